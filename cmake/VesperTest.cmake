@@ -1,0 +1,29 @@
+# SPDX-FileCopyrightText: 2026 Marrowby Inc.
+# SPDX-License-Identifier: MIT
+
+# vesper_add_test(KIND tst_name [SOURCES file...] LIBRARIES lib... [TIMEOUT seconds])
+# adds one QtTest program tst_name.cpp as one test with the label KIND. Kinds: unit and qml run on the offscreen
+# platform, desktop on a real X server with a window manager and a compositor. In a cross-build for
+# Windows every test gets the label windows and runs under Wine.
+function(vesper_add_test kind name)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "TIMEOUT" "SOURCES;LIBRARIES;ENVIRONMENT")
+    qt_add_executable(${name} ${name}.cpp ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE vesper_options Qt6::Test ${arg_LIBRARIES})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    if(CMAKE_CROSSCOMPILING)
+        set(command "${PROJECT_SOURCE_DIR}/tools/windows/run-under-wine" $<TARGET_FILE:${name}>)
+        set(label windows)
+    elseif(kind STREQUAL desktop)
+        set(command "${PROJECT_SOURCE_DIR}/tools/desktop/with-desktop" $<TARGET_FILE:${name}>)
+        set(label desktop)
+    else()
+        set(command ${name})
+        set(label ${kind})
+        list(APPEND arg_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+    endif()
+    add_test(NAME ${name} COMMAND ${command})
+    set_tests_properties(${name} PROPERTIES
+        LABELS ${label} TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${arg_ENVIRONMENT}")
+endfunction()
