@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "update/vsupdatechecker.h"
+
+#include <QtCore/qdatetime.h>
+#include <QtCore/qobject.h>
+#include <QtCore/qrect.h>
+#include <QtCore/qtimer.h>
+#include <QtGui/qcolor.h>
+#include <QtGui/qimage.h>
+#include <QtGui/qpalette.h>
+#include <QtGui/qwindow.h>
+#include <QtQuick/qquickwindow.h>
+#include <QtWidgets/qsystemtrayicon.h>
+
+#include <memory>
+
+class QQmlApplicationEngine;
+class VsConfig;
+class VsListModel;
+class VsNativeEventFilter;
+class VsTheme;
+
+/// The central object of the program: the tick, the clock window and all that the documents call.
+/// The order of its signals, slots and methods is the order of its meta-object and is fixed, and so
+/// are the spellings of syncWindowGeometory, getCurrentScreenGeometory and onVersionRecieved.
+class VsManager : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(double secondHandAngle READ secondHandAngle WRITE setSecondHandAngle NOTIFY secondHandAngleChanged)
+    Q_PROPERTY(double minuteHandAngle READ minuteHandAngle WRITE setMinuteHandAngle NOTIFY minuteHandAngleChanged)
+    Q_PROPERTY(double hourHandAngle READ hourHandAngle WRITE setHourHandAngle NOTIFY hourHandAngleChanged)
+    Q_PROPERTY(QString timeText READ timeText WRITE setTimeText NOTIFY timeTextChanged)
+    Q_PROPERTY(QString dateText READ dateText WRITE setDateText NOTIFY dateTextChanged)
+    Q_PROPERTY(QString amPmText READ amPmText WRITE setAmPmText NOTIFY amPmTextChanged)
+    Q_PROPERTY(QQuickWindow *popupWindow READ popupWindow WRITE setPopupWindow NOTIFY popupWindowChanged FINAL)
+
+public:
+    /// Reads the present in milliseconds since the epoch, UTC.
+    using WallClock = qint64 (*)();
+
+    explicit VsManager(QObject *parent = nullptr);
+    ~VsManager() override;
+
+    /// Publishes manager, config, theme and themeModel to the documents of \a engine, which keeps
+    /// its owner and must outlive its use here. The same engine again, or null, publishes nothing.
+    void setEngine(QQmlApplicationEngine *engine);
+
+    /// Takes charge of the clock window and shows it. Called once; \a window keeps its owner.
+    void setMainWindow(QWindow *window);
+
+    /// The language code that decides about the date text, for example "ja".
+    static void setLanguageName(const QString &name);
+
+    /// Replaces the clock that is read, QDateTime::currentMSecsSinceEpoch() from the start.
+    void setWallClock(WallClock wallClock) { m_wallClock = wallClock; }
+
+    /// Degrees, clockwise, -90 at twelve o'clock; 0 until the first tick.
+    [[nodiscard]] double secondHandAngle() const { return m_secondHandAngle; }
+    [[nodiscard]] double minuteHandAngle() const { return m_minuteHandAngle; }
+    [[nodiscard]] double hourHandAngle() const { return m_hourHandAngle; }
+    void setSecondHandAngle(double angle);
+    void setMinuteHandAngle(double angle);
+    void setHourHandAngle(double angle);
+
+    [[nodiscard]] QString timeText() const { return m_timeText; }
+    [[nodiscard]] QString dateText() const { return m_dateText; }
+    [[nodiscard]] QString amPmText() const { return m_amPmText; }
+    void setTimeText(const QString &timeText);
+    void setDateText(const QString &dateText);
+    void setAmPmText(const QString &amPmText);
+
+    [[nodiscard]] QQuickWindow *popupWindow() const { return m_popupWindow; }
+    void setPopupWindow(QQuickWindow *window);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+Q_SIGNALS:
+    void secondHandAngleChanged(double angle);
+    void minuteHandAngleChanged(double angle);
+    void hourHandAngleChanged(double angle);
+    void timeTextChanged(QString timeText);
+    void quitByQml();
+    void reqOpenMenu();
+    void dateTextChanged(QString dateText);
+    void paletteTextColorChanged(QColor color);
+    void amPmTextChanged(QString ampm);
+    // The five that the manager never emits itself: callJavaScript... and doTest(). Any caller may.
+    void callJavaScriptGC();
+    void mainWindowIdChanged(WId wid);
+    void mainWindowChanged(QWindow *window);
+    void callJavaScriptUpdateMask();
+    void callJavaScriptResize(QSize size);
+    void callJavaScriptAutoResize(double dpi);
+    void windowMovingAnimationFinished(QWindow *window);
+    void popupWindowChanged();
+    void keyPressedOnPopupWindow(QQuickWindow *win, int key);
+    void keyReleasedOnPopupWindow(QQuickWindow *win, int key);
+    void popupWindowLostFocus(QQuickWindow *win);
+    void keyPressedOnSettingsWindow(int key);
+    void mouseButtonPressedOnSettingsWindow(int button);
+    void mainWindowStateChanged(Qt::WindowStates states);
+    void doTest();
+
+public Q_SLOTS:
+    void start();
+    void showContextMenu(QPoint pos);
+    void hideContextMenu();
+    void quitApp();
+    void openMenu();
+    void openSettings();
+    void openSettingsByQml();
+    void changeDarkMode();
+    void changeLightMode();
+    void setTopmost(bool enabled);
+    void setShowOnTaskbar(bool enabled, bool storeGeometry = true);
+    void updateTimeTextImmediately();
+    void updateDateTextImmediately();
+    void updateMask();
+    void clearMask();
+    void checkUpdate();
+    void setIgnoreMouseEvent(bool ignore);
+    void setResizeEnabled(bool enabled);
+    void saveConfig();
+    void lazySaveConfig();
+    void syncWindowGeometory();
+    void moveAndReturnMainWindow();
+
+private Q_SLOTS:
+    void mainLoop();
+    void onVersionRecieved(VsUpdateChecker::VersionInfo info);
+    void onPaletteTextColorChanged(QColor color);
+    void setTopmostTimerEnabled(bool enabled);
+    void setTopmostForce();
+    void onDpiChanged(WId wid, uint xDpi, uint yDpi, QRect rect);
+    void checkMainWindowDpi();
+    void moveWindowWithAnimation(QWindow *window, QPoint toPos);
+    void onAboutToMinimize();
+
+public:
+    Q_INVOKABLE void showAboutVesper();
+    /// True when the pixel of \a image at \a mousePos is not fully transparent; outside it false.
+    Q_INVOKABLE bool isMouseInnerImage(QPoint mousePos, QImage image);
+    Q_INVOKABLE void moveToTopLeft();
+    Q_INVOKABLE void moveToTopRight();
+    Q_INVOKABLE void moveToBottomRight();
+    Q_INVOKABLE void moveToBottomLeft();
+    Q_INVOKABLE void moveToCenterAtCurrentScreen();
+    /// True when some screen contains \a pos; where none does, whether the clock is topmost.
+    Q_INVOKABLE bool isAvailableScreen(QPoint pos);
+    /// The whole screen under the mouse; the null rectangle where there is none.
+    Q_INVOKABLE QRect getCurrentScreenGeometory();
+    Q_INVOKABLE void openDefaultWeb();
+
+private:
+    void connectConfig();
+    void connectNativeEventFilter();
+    void publish(const QDateTime &tick);
+    [[nodiscard]] QString makeTimeText(QTime time);
+    [[nodiscard]] QString makeDateText(QDate date) const;
+    [[nodiscard]] QDateTime now() const;
+    void filterMainWindowEvent(QEvent *event);
+    void applyStoredGeometry();
+    void applyWindowStyle();
+
+    VsConfig *m_config = nullptr; // not owned
+    QWindow *m_mainWindow = nullptr; // not owned
+    QQuickWindow *m_popupWindow = nullptr; // not owned
+    QQmlApplicationEngine *m_engine = nullptr; // not owned
+    WallClock m_wallClock = &QDateTime::currentMSecsSinceEpoch;
+    double m_secondHandAngle = 0.0;
+    double m_minuteHandAngle = 0.0;
+    double m_hourHandAngle = 0.0;
+    QString m_timeText;
+    QString m_amPmText;
+    QString m_dateText;
+    QTimer m_tickTimer;
+    QDateTime m_lastTick; // the whole second that was published last
+    bool m_ticking = false;
+    bool m_inMainLoop = false;
+    VsTheme *m_theme = nullptr; // owned as a child
+    VsListModel *m_themeModel = nullptr; // owned as a child
+    std::unique_ptr<VsNativeEventFilter> m_nativeEventFilter;
+    QTimer m_topmostTimer;
+    QTimer m_dpiCheckTimer;
+};

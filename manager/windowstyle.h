@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtGui/qwindow.h>
+
+// What the clock window needs of the window system and Qt does not offer. \a window is the native
+// handle (QWindow::winId()). None of these reports a failure, and each does nothing where the window
+// system has no such thing. They are no Qt window flags, so those keep their own values.
+
+namespace WindowStyle {
+
+/// Keeps \a window above all normal windows, or no longer.
+void setWindowTopmost(WId window, bool on);
+
+/// Lets mouse input fall through \a window to whatever lies below it, or takes it back.
+void setWindowTransparentForMouse(WId window, bool on);
+
+/// With \a tool, takes \a window off the taskbar, else puts it there.
+/// On Windows this drops what the two functions above have set, and shows the window anew.
+void setWindowToolStyle(WId window, bool tool);
+
+/// Leaves the thread's DPI awareness as it is, after having switched it to per-monitor once.
+void touchThreadDpiAwareness();
+
+} // namespace WindowStyle

@@ -1,0 +1,170 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "manager/windowstyle.h"
+
+#include <QtCore/qlist.h>
+#include <QtGui/qguiapplication.h>
+
+#include <memory>
+#include <string_view>
+
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+#include <xcb/xcb_ewmh.h>
+
+namespace WindowStyle {
+
+namespace {
+
+struct FreeDeleter {
+    void operator()(void *reply) const { free(reply); } // xcb hands replies out from malloc
+};
+template<typename Reply>
+using Owned = std::unique_ptr<Reply, FreeDeleter>;
+
+// Null where the windows are not an X server's: under Wayland, offscreen.
+xcb_connection_t *connection()
+{
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+// The atoms of the extended window manager hints, asked for once. Null without an X server.
+xcb_ewmh_connection_t *hints()
+{
+    static const auto atoms = []() -> std::unique_ptr<xcb_ewmh_connection_t> {
+        auto result = std::make_unique<xcb_ewmh_connection_t>();
+        if (!connection())
+            return nullptr;
+        auto *cookie = xcb_ewmh_init_atoms(connection(), result.get());
+        return xcb_ewmh_init_atoms_replies(result.get(), cookie, nullptr) ? std::move(result)
+                                                                         : nullptr;
+    }();
+    return atoms.get();
+}
+
+QList<xcb_atom_t> stateOf(xcb_ewmh_connection_t *ewmh, xcb_window_t window)
+{
+    xcb_ewmh_get_atoms_reply_t reply;
+    if (!xcb_ewmh_get_wm_state_reply(ewmh, xcb_ewmh_get_wm_state(ewmh, window), &reply, nullptr))
+        return {};
+    const QList<xcb_atom_t> state(reply.atoms, reply.atoms + reply.atoms_len);
+    xcb_ewmh_get_atoms_reply_wipe(&reply);
+    return state;
+}
+
+xcb_atom_t atomOf(xcb_connection_t *xcb, std::string_view name)
+{
+    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        xcb, xcb_intern_atom(xcb, 1, static_cast<uint16_t>(name.size()), name.data()), nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+// Whether a window manager has the window in its care: from the map request until it is withdrawn,
+// and so while it is minimised as well.
+bool isManaged(xcb_connection_t *xcb, xcb_window_t window)
+{
+    static const xcb_atom_t wmState = atomOf(xcb, "WM_STATE");
+    const auto cookie = xcb_get_property(xcb, 0, window, wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
+    if (!reply || xcb_get_property_value_length(reply.get()) < int(sizeof(uint32_t)))
+        return false;
+    constexpr uint32_t withdrawn = 0; // ICCCM 4.1.3.1
+    return *static_cast<const uint32_t *>(xcb_get_property_value(reply.get())) != withdrawn;
+}
+
+void writeState(xcb_ewmh_connection_t *ewmh, xcb_window_t window,
+                std::initializer_list<xcb_atom_t> atoms, bool on)
+{
+    QList<xcb_atom_t> state = stateOf(ewmh, window);
+    for (const xcb_atom_t atom : atoms) {
+        state.removeAll(atom);
+        if (on)
+            state.append(atom);
+    }
+    xcb_ewmh_set_wm_state(ewmh, window, static_cast<uint32_t>(state.size()), state.data());
+}
+
+// A window manager reads the property when it takes a window into its care, and only messages after
+// that. Both are sent in the time between the map request and the manager's answer, which cannot be
+// seen from here; a message about a window that is not in its care does nothing.
+void setState(WId window, std::initializer_list<xcb_atom_t> atoms, bool on)
+{
+    auto *ewmh = hints();
+    const auto xWindow = static_cast<xcb_window_t>(window);
+    if (!isManaged(ewmh->connection, xWindow))
+        writeState(ewmh, xWindow, atoms, on);
+    const auto action = on ? XCB_EWMH_WM_STATE_ADD : XCB_EWMH_WM_STATE_REMOVE;
+    for (const xcb_atom_t atom : atoms)
+        xcb_ewmh_request_change_wm_state(ewmh, 0, xWindow, action, atom, XCB_ATOM_NONE,
+                                         XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
+    xcb_flush(ewmh->connection);
+}
+
+constexpr uint32_t allDesktops = 0xFFFFFFFF; // EWMH, _NET_WM_DESKTOP
+
+uint32_t currentDesktop()
+{
+    auto *ewmh = hints();
+    uint32_t desktop = 0; // what a window manager without virtual desktops has
+    xcb_ewmh_get_current_desktop_reply(ewmh, xcb_ewmh_get_current_desktop(ewmh, 0), &desktop,
+                                       nullptr);
+    return desktop;
+}
+
+// Beside the sticky state: some window managers know only one of the two.
+void setDesktop(WId window, uint32_t desktop)
+{
+    auto *ewmh = hints();
+    const auto xWindow = static_cast<xcb_window_t>(window);
+    if (!isManaged(ewmh->connection, xWindow))
+        xcb_ewmh_set_wm_desktop(ewmh, xWindow, desktop);
+    xcb_ewmh_request_change_wm_desktop(ewmh, 0, xWindow, desktop,
+                                       XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
+    xcb_flush(ewmh->connection);
+}
+
+} // namespace
+
+void setWindowTopmost(WId window, bool on)
+{
+    if (hints())
+        setState(window, {hints()->_NET_WM_STATE_ABOVE}, on);
+}
+
+void setWindowTransparentForMouse(WId window, bool on)
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return;
+    const auto xWindow = static_cast<xcb_window_t>(window);
+    if (on) {
+        xcb_shape_rectangles(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                             xWindow, 0, 0, 0, nullptr);
+    } else {
+        // No rectangle: that would keep its size when the window grows.
+        xcb_shape_mask(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, xWindow, 0, 0, XCB_PIXMAP_NONE);
+    }
+    xcb_flush(xcb);
+}
+
+void setWindowToolStyle(WId window, bool tool)
+{
+    const auto *ewmh = hints();
+    if (!ewmh)
+        return;
+    // On every virtual desktop, as Windows shows a tool window.
+    setState(window,
+             {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER,
+              ewmh->_NET_WM_STATE_STICKY},
+             tool);
+    setDesktop(window, tool ? allDesktops : currentDesktop());
+}
+
+void touchThreadDpiAwareness()
+{
+    // X11 has one scale for all threads.
+}
+
+} // namespace WindowStyle
