@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "app/application.h"
+
+#include "app/commandline.h"
+#include "app/platformstart.h"
+#include "app/vstranslator.h"
+#include "config/maker.h"
+#include "manager/vsmanager.h"
+
+#include <QtCore/qurl.h>
+#include <QtGui/qicon.h>
+#include <QtGui/qwindow.h>
+#include <QtQml/qqmlapplicationengine.h>
+#include <QtQml/qqmlextensionplugin.h>
+#include <QtQuick/qquickwindow.h>
+#include <QtQuick/qsgrendererinterface.h>
+#include <QtWidgets/qapplication.h>
+
+using namespace Qt::StringLiterals;
+
+// Named once, or the linker would drop the module from its static library. Declared by hand: the
+// module has no plug-in, whose macro would do it.
+extern void qml_register_types_vesper();
+
+namespace {
+
+void setUpGlobals()
+{
+    QApplication::setStyle(u"Fusion"_s);
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar, true);
+    QCoreApplication::setOrganizationDomain(Maker::organizationDomain);
+    QGuiApplication::setDesktopFileName(u"vesper"_s);
+    QGuiApplication::setWindowIcon(QIcon(u":/images/app_icon.svg"_s));
+    // A clock paints once a second. That is not worth a GPU context, which costs more memory than
+    // the rest of the program and, where there is no GPU, more time as well.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager)
+{
+    const QList<QObject *> roots = engine.rootObjects();
+    if (auto *window = roots.isEmpty() ? nullptr : qobject_cast<QWindow *>(roots.first())) {
+        manager.setMainWindow(window);
+        manager.start();
+    } else {
+        QCoreApplication::exit(-1);
+    }
+}
+
+} // namespace
+
+int runVesper(int &argc, char **argv)
+{
+    prepareWindowSystem(argc, argv);
+    const QApplication application(argc, argv);
+    if (const auto exitCode = runMaintenanceSwitches(QCoreApplication::arguments()))
+        return *exitCode;
+    setUpGlobals();
+
+    VsTranslator translator(qApp);
+    translator.loadSystemLanguage();
+    const QString languageName = VsTranslator::systemLanguage();
+
+    qml_register_types_vesper();
+    QQmlApplicationEngine engine;
+    engine.setImportPathList(engine.importPathList() + fallbackImportPaths());
+    VsManager manager;
+    manager.setEngine(&engine);
+    VsManager::setLanguageName(languageName);
+
+    const QUrl url(u"qrc:/qt/qml/vesper/qml/main.qml"_s, QUrl::TolerantMode);
+    // Queued, so that the window is handed over by the event loop, after load() has returned.
+    QObject::connect(
+        &engine, &QQmlApplicationEngine::objectCreated, &application,
+        [url, &engine, &manager](const QObject *object, const QUrl &objectUrl) {
+            // Goes on after the exit, finds no root object and asks for it again: meant so.
+            if (!object && objectUrl == url)
+                QCoreApplication::exit(-1);
+            adoptMainWindow(engine, manager);
+        },
+        Qt::QueuedConnection);
+    engine.load(url);
+    return QApplication::exec();
+}
