@@ -24,7 +24,8 @@ using namespace Qt::StringLiterals;
 // module has no plug-in, whose macro would do it.
 extern void qml_register_types_vesper();
 
-namespace {
+namespace
+{
 
 void setUpGlobals()
 {

@@ -10,7 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace
+{
 
 bool isOneOf(const QString &argument, std::array<QLatin1StringView, 2> texts)
 {

@@ -9,6 +9,6 @@
 
 /// Carries out the maintenance switches among \a arguments (the program's path first), in any case:
 /// "-r" and "--reset" remove the settings, "-u" and "--uninstall" remove all that the program left
-/// behind. Returns the exit code when the process is to end, which only the latter two ask for: 0, or
-/// 1 when something could not be removed. Everything else is ignored.
+/// behind. Returns the exit code when the process is to end, which only the latter two ask for: 0,
+/// or 1 when something could not be removed. Everything else is ignored.
 [[nodiscard]] std::optional<int> runMaintenanceSwitches(const QStringList &arguments);

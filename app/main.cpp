@@ -3,7 +3,4 @@
 
 #include "app/application.h"
 
-int main(int argc, char *argv[])
-{
-    return runVesper(argc, argv);
-}
+int main(int argc, char *argv[]) { return runVesper(argc, argv); }

@@ -10,6 +10,7 @@ function(vesper_add_test kind name)
     qt_add_executable(${name} ${name}.cpp ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE vesper_options Qt6::Test ${arg_LIBRARIES})
     set(properties)
+    set_target_properties(${name} PROPERTIES VESPER_NARROWING_MACROS ON) # QtTest's QTRY_ ones
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
     endif()

@@ -8,7 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace
+{
 
 struct Era {
     QDate lastDay;
@@ -20,7 +21,7 @@ const auto &eras()
 {
     // The first row's day and offset are our own data and meant as they stand, whatever a
     // historian's table says.
-    static const std::array<Era, 6> table {{
+    static const std::array<Era, 6> table{{
         {QDate(1868, 3, 4), 1864, u"慶応"_s},
         {QDate(1912, 7, 29), 1867, u"明治"_s},
         {QDate(1926, 12, 25), 1911, u"大正"_s},
@@ -49,10 +50,7 @@ QString clockTimeText(QTime time, bool twelveHours)
         .arg(time.second(), 2, 10, '0'_L1);
 }
 
-QString amPmMarker(QTime time)
-{
-    return time.hour() < 12 ? u"AM"_s : u"PM"_s;
-}
+QString amPmMarker(QTime time) { return time.hour() < 12 ? u"AM"_s : u"PM"_s; }
 
 QString clockDateText(QDate date, const QString &languageName, bool useEra)
 {
@@ -65,7 +63,7 @@ QString clockDateText(QDate date, const QString &languageName, bool useEra)
 
 bool isJapaneseLanguage(const QString &languageName)
 {
-    static constexpr std::array names {"ja"_L1, "ja-JP"_L1, "ja_JP"_L1};
+    static constexpr std::array names{"ja"_L1, "ja-JP"_L1, "ja_JP"_L1};
     return std::any_of(names.begin(), names.end(), [&languageName](QLatin1StringView name) {
         return languageName.compare(name, Qt::CaseInsensitive) == 0;
     });
@@ -73,8 +71,8 @@ bool isJapaneseLanguage(const QString &languageName)
 
 QString japaneseEraText(QDate date)
 {
-    const auto era = std::find_if(eras().begin(), eras().end(),
-                                  [date](const Era &row) { return date <= row.lastDay; });
+    const auto era = std::find_if(
+        eras().begin(), eras().end(), [date](const Era &row) { return date <= row.lastDay; });
     if (era == eras().end())
         return {};
     const int year = date.year() - era->yearOffset;

@@ -6,7 +6,8 @@
 #include <QtCore/qdatetime.h>
 #include <QtCore/qstring.h>
 
-/// The digital time: "hh:mm:ss" with 24 hours, or, with \a twelveHours, 00 to 11 without the marker.
+/// The digital time: "hh:mm:ss" with 24 hours, or, with \a twelveHours, 00 to 11 without the
+/// marker.
 [[nodiscard]] QString clockTimeText(QTime time, bool twelveHours);
 
 /// "AM" before noon, else "PM".

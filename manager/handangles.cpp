@@ -3,7 +3,8 @@
 
 #include "manager/handangles.h"
 
-namespace {
+namespace
+{
 
 constexpr double secondDegreesPerSecond = 6.0;
 constexpr double minuteDegreesPerSecond = 0.1;

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// Construction and wiring, what the documents are given, and the event filter's way to the concerns.
+// Construction and wiring, what the documents are given, and the event filter's way to the
+// concerns.
 
 #include "manager/vsmanager.h"
 
@@ -54,9 +55,9 @@ void VsManager::connectConfig()
     connect(m_config, &VsConfig::topmostChanged, this, &VsManager::setTopmost);
     connect(m_config, &VsConfig::topmostChanged, this, &VsManager::setTopmostTimerEnabled);
     connect(m_config, &VsConfig::raisePriorityOfTopmostChanged, this,
-            &VsManager::setTopmostTimerEnabled);
+        &VsManager::setTopmostTimerEnabled);
     connect(m_config, &VsConfig::showOnTaskbarChanged, this,
-            [this](bool enabled) { setShowOnTaskbar(enabled, true); });
+        [this](bool enabled) { setShowOnTaskbar(enabled, true); });
 }
 
 void VsManager::connectNativeEventFilter()
@@ -68,7 +69,7 @@ void VsManager::connectNativeEventFilter()
     connect(this, &VsManager::mainWindowChanged, filter, &VsNativeEventFilter::setMainWindow);
     connect(filter, &VsNativeEventFilter::requestToSaveConfig, this, &VsManager::saveConfig);
     connect(filter, &VsNativeEventFilter::moveAndReturnMainWindow, this,
-            &VsManager::moveAndReturnMainWindow);
+        &VsManager::moveAndReturnMainWindow);
     connect(filter, &VsNativeEventFilter::updateMask, this, &VsManager::updateMask);
     connect(filter, &VsNativeEventFilter::aboutToMinimize, this, &VsManager::onAboutToMinimize);
     QAbstractEventDispatcher::instance()->installNativeEventFilter(filter);
@@ -81,11 +82,11 @@ void VsManager::setEngine(QQmlApplicationEngine *engine)
     m_engine = engine;
     if (!m_engine)
         return;
-    const auto publishObject = [context = m_engine->rootContext()](const QString &name,
-                                                                   QObject *object) {
-        context->setContextProperty(name, object);
-        QJSEngine::setObjectOwnership(object, QJSEngine::CppOwnership);
-    };
+    const auto publishObject
+        = [context = m_engine->rootContext()](const QString &name, QObject *object) {
+              context->setContextProperty(name, object);
+              QJSEngine::setObjectOwnership(object, QJSEngine::CppOwnership);
+          };
     publishObject(u"manager"_s, this);
     publishObject(u"config"_s, m_config);
     connect(m_config, &VsConfig::resizeEnabledChanged, this, &VsManager::setResizeEnabled);

@@ -30,13 +30,17 @@ class VsTheme;
 class VsManager : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(double secondHandAngle READ secondHandAngle WRITE setSecondHandAngle NOTIFY secondHandAngleChanged)
-    Q_PROPERTY(double minuteHandAngle READ minuteHandAngle WRITE setMinuteHandAngle NOTIFY minuteHandAngleChanged)
-    Q_PROPERTY(double hourHandAngle READ hourHandAngle WRITE setHourHandAngle NOTIFY hourHandAngleChanged)
+    Q_PROPERTY(double secondHandAngle READ secondHandAngle WRITE setSecondHandAngle NOTIFY
+            secondHandAngleChanged)
+    Q_PROPERTY(double minuteHandAngle READ minuteHandAngle WRITE setMinuteHandAngle NOTIFY
+            minuteHandAngleChanged)
+    Q_PROPERTY(
+        double hourHandAngle READ hourHandAngle WRITE setHourHandAngle NOTIFY hourHandAngleChanged)
     Q_PROPERTY(QString timeText READ timeText WRITE setTimeText NOTIFY timeTextChanged)
     Q_PROPERTY(QString dateText READ dateText WRITE setDateText NOTIFY dateTextChanged)
     Q_PROPERTY(QString amPmText READ amPmText WRITE setAmPmText NOTIFY amPmTextChanged)
-    Q_PROPERTY(QQuickWindow *popupWindow READ popupWindow WRITE setPopupWindow NOTIFY popupWindowChanged FINAL)
+    Q_PROPERTY(QQuickWindow *popupWindow READ popupWindow WRITE setPopupWindow NOTIFY
+            popupWindowChanged FINAL)
 
 public:
     /// Reads the present in milliseconds since the epoch, UTC.

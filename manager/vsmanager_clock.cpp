@@ -12,7 +12,8 @@
 
 #include <QtCore/qscopedvaluerollback.h>
 
-namespace {
+namespace
+{
 
 QString &languageName()
 {
@@ -39,10 +40,7 @@ bool assign(QString &member, const QString &value)
 
 } // namespace
 
-void VsManager::setLanguageName(const QString &name)
-{
-    languageName() = name;
-}
+void VsManager::setLanguageName(const QString &name) { languageName() = name; }
 
 void VsManager::start()
 {
@@ -80,10 +78,7 @@ void VsManager::publish(const QDateTime &tick)
     setDateText(makeDateText(tick.date()));
 }
 
-QDateTime VsManager::now() const
-{
-    return QDateTime::fromMSecsSinceEpoch(m_wallClock());
-}
+QDateTime VsManager::now() const { return QDateTime::fromMSecsSinceEpoch(m_wallClock()); }
 
 QString VsManager::makeTimeText(QTime time)
 {

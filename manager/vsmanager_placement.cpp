@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// Where the clock window is: its geometry in the configuration, the moves, the questions about screens.
+// Where the clock window is: its geometry in the configuration, the moves, the questions about
+// screens.
 
 #include "manager/vsmanager.h"
 
@@ -12,17 +13,14 @@
 #include <QtGui/qscreen.h>
 
 // Has run once, a second after the clock window was adopted, and does nothing more: meant so.
-void VsManager::checkMainWindowDpi()
-{
-    m_dpiCheckTimer.stop();
-}
+void VsManager::checkMainWindowDpi() { m_dpiCheckTimer.stop(); }
 
 void VsManager::syncWindowGeometory() { }
 
 void VsManager::moveAndReturnMainWindow() { }
 
-void VsManager::moveWindowWithAnimation([[maybe_unused]] QWindow *window,
-                                        [[maybe_unused]] QPoint toPos)
+void VsManager::moveWindowWithAnimation(
+    [[maybe_unused]] QWindow *window, [[maybe_unused]] QPoint toPos)
 {
 }
 
@@ -49,6 +47,6 @@ QRect VsManager::getCurrentScreenGeometory()
 }
 
 void VsManager::onDpiChanged([[maybe_unused]] WId wid, [[maybe_unused]] uint xDpi,
-                             [[maybe_unused]] uint yDpi, [[maybe_unused]] QRect rect)
+    [[maybe_unused]] uint yDpi, [[maybe_unused]] QRect rect)
 {
 }

@@ -16,15 +16,13 @@
 
 using namespace std::chrono_literals;
 
-namespace {
+namespace
+{
 
 constexpr double minimumSide = 72.0;
 constexpr double maximumSide = 7680.0;
 
-bool isUsableSide(double side)
-{
-    return side >= minimumSide && side <= maximumSide;
-}
+bool isUsableSide(double side) { return side >= minimumSide && side <= maximumSide; }
 
 } // namespace
 

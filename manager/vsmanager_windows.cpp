@@ -7,10 +7,7 @@
 
 void VsManager::openSettings() { }
 
-void VsManager::openSettingsByQml()
-{
-    openSettings();
-}
+void VsManager::openSettingsByQml() { openSettings(); }
 
 void VsManager::setPopupWindow(QQuickWindow *window)
 {

@@ -6,10 +6,11 @@
 #include <QtGui/qwindow.h>
 
 // What the clock window needs of the window system and Qt does not offer. \a window is the native
-// handle (QWindow::winId()). None of these reports a failure, and each does nothing where the window
-// system has no such thing. They are no Qt window flags, so those keep their own values.
+// handle (QWindow::winId()). None of these reports a failure, and each does nothing where the
+// window system has no such thing. They are no Qt window flags, so those keep their own values.
 
-namespace WindowStyle {
+namespace WindowStyle
+{
 
 /// Keeps \a window above all normal windows, or no longer.
 void setWindowTopmost(WId window, bool on);

@@ -5,18 +5,17 @@
 
 #include <windows.h>
 
-namespace WindowStyle {
+namespace WindowStyle
+{
 
-namespace {
+namespace
+{
 
 // Replaces the whole extended style: a window that is not layered could not be see-through.
 constexpr LONG_PTR toolStyle = WS_EX_LAYERED | WS_EX_TOOLWINDOW;
 constexpr LONG_PTR taskbarStyle = WS_EX_LAYERED | WS_EX_APPWINDOW;
 
-HWND handleOf(WId window)
-{
-    return reinterpret_cast<HWND>(window);
-}
+HWND handleOf(WId window) { return reinterpret_cast<HWND>(window); }
 
 void setExtendedStyleBit(HWND hwnd, LONG_PTR bit, bool on)
 {
@@ -49,8 +48,7 @@ void setWindowToolStyle(WId window, bool tool)
 
 void touchThreadDpiAwareness()
 {
-    const auto before
-        = SetThreadDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE);
+    const auto before = SetThreadDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE);
     SetThreadDpiAwarenessContext(before);
 }
 

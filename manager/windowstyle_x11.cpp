@@ -13,15 +13,16 @@
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
 
-namespace WindowStyle {
+namespace WindowStyle
+{
 
-namespace {
+namespace
+{
 
 struct FreeDeleter {
     void operator()(void *reply) const { free(reply); } // xcb hands replies out from malloc
 };
-template<typename Reply>
-using Owned = std::unique_ptr<Reply, FreeDeleter>;
+template <typename Reply> using Owned = std::unique_ptr<Reply, FreeDeleter>;
 
 // Null where the windows are not an X server's: under Wayland, offscreen.
 xcb_connection_t *connection()
@@ -39,7 +40,7 @@ xcb_ewmh_connection_t *hints()
             return nullptr;
         auto *cookie = xcb_ewmh_init_atoms(connection(), result.get());
         return xcb_ewmh_init_atoms_replies(result.get(), cookie, nullptr) ? std::move(result)
-                                                                         : nullptr;
+                                                                          : nullptr;
     }();
     return atoms.get();
 }
@@ -75,7 +76,7 @@ bool isManaged(xcb_connection_t *xcb, xcb_window_t window)
 }
 
 void writeState(xcb_ewmh_connection_t *ewmh, xcb_window_t window,
-                std::initializer_list<xcb_atom_t> atoms, bool on)
+    std::initializer_list<xcb_atom_t> atoms, bool on)
 {
     QList<xcb_atom_t> state = stateOf(ewmh, window);
     for (const xcb_atom_t atom : atoms) {
@@ -97,8 +98,8 @@ void setState(WId window, std::initializer_list<xcb_atom_t> atoms, bool on)
         writeState(ewmh, xWindow, atoms, on);
     const auto action = on ? XCB_EWMH_WM_STATE_ADD : XCB_EWMH_WM_STATE_REMOVE;
     for (const xcb_atom_t atom : atoms)
-        xcb_ewmh_request_change_wm_state(ewmh, 0, xWindow, action, atom, XCB_ATOM_NONE,
-                                         XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
+        xcb_ewmh_request_change_wm_state(
+            ewmh, 0, xWindow, action, atom, XCB_ATOM_NONE, XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
     xcb_flush(ewmh->connection);
 }
 
@@ -108,8 +109,8 @@ uint32_t currentDesktop()
 {
     auto *ewmh = hints();
     uint32_t desktop = 0; // what a window manager without virtual desktops has
-    xcb_ewmh_get_current_desktop_reply(ewmh, xcb_ewmh_get_current_desktop(ewmh, 0), &desktop,
-                                       nullptr);
+    xcb_ewmh_get_current_desktop_reply(
+        ewmh, xcb_ewmh_get_current_desktop(ewmh, 0), &desktop, nullptr);
     return desktop;
 }
 
@@ -120,8 +121,8 @@ void setDesktop(WId window, uint32_t desktop)
     const auto xWindow = static_cast<xcb_window_t>(window);
     if (!isManaged(ewmh->connection, xWindow))
         xcb_ewmh_set_wm_desktop(ewmh, xWindow, desktop);
-    xcb_ewmh_request_change_wm_desktop(ewmh, 0, xWindow, desktop,
-                                       XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
+    xcb_ewmh_request_change_wm_desktop(
+        ewmh, 0, xWindow, desktop, XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
     xcb_flush(ewmh->connection);
 }
 
@@ -141,7 +142,7 @@ void setWindowTransparentForMouse(WId window, bool on)
     const auto xWindow = static_cast<xcb_window_t>(window);
     if (on) {
         xcb_shape_rectangles(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
-                             xWindow, 0, 0, 0, nullptr);
+            xWindow, 0, 0, 0, nullptr);
     } else {
         // No rectangle: that would keep its size when the window grows.
         xcb_shape_mask(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, xWindow, 0, 0, XCB_PIXMAP_NONE);
@@ -156,9 +157,9 @@ void setWindowToolStyle(WId window, bool tool)
         return;
     // On every virtual desktop, as Windows shows a tool window.
     setState(window,
-             {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER,
-              ewmh->_NET_WM_STATE_STICKY},
-             tool);
+        {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER,
+            ewmh->_NET_WM_STATE_STICKY},
+        tool);
     setDesktop(window, tool ? allDesktops : currentDesktop());
 }
 

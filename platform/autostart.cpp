@@ -6,10 +6,11 @@
 #include <QtCore/qcoreapplication.h>
 #include <QtCore/qdir.h>
 
-// No start-up folder is known on any system yet, which every caller has to cope with anyway: nothing
-// is found, nothing can be created, and removing what is not there succeeds.
+// No start-up folder is known on any system yet, which every caller has to cope with anyway:
+// nothing is found, nothing can be created, and removing what is not there succeeds.
 
-namespace AutoStart {
+namespace AutoStart
+{
 
 ShortcutSpec buildAutoStartSpec()
 {
@@ -20,24 +21,21 @@ ShortcutSpec buildAutoStartSpec()
     return spec;
 }
 
-bool createAutoStartLink([[maybe_unused]] const QString &name,
-                         [[maybe_unused]] const ShortcutSpec &spec)
+bool createAutoStartLink(
+    [[maybe_unused]] const QString &name, [[maybe_unused]] const ShortcutSpec &spec)
 {
     return false;
 }
 
 bool findAutoStartLinks([[maybe_unused]] const QString &expectedTarget,
-                        [[maybe_unused]] const QString &expectedArguments,
-                        [[maybe_unused]] QStringList *foundPaths, bool *viaCmd)
+    [[maybe_unused]] const QString &expectedArguments, [[maybe_unused]] QStringList *foundPaths,
+    bool *viaCmd)
 {
     if (viaCmd)
         *viaCmd = false;
     return false;
 }
 
-bool removeAutoStartLinks()
-{
-    return true;
-}
+bool removeAutoStartLinks() { return true; }
 
 } // namespace AutoStart

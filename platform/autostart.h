@@ -7,7 +7,8 @@
 #include <QtCore/qstringlist.h>
 
 /// Start at sign-in: entries in the user's start-up folder that start this program.
-namespace AutoStart {
+namespace AutoStart
+{
 
 /// One start entry, as a Windows shell link describes it.
 struct ShortcutSpec {
@@ -30,10 +31,11 @@ struct ShortcutSpec {
 /// False when there is no start-up folder or the entry could not be written.
 [[nodiscard]] bool createAutoStartLink(const QString &name, const ShortcutSpec &spec);
 
-/// True when the start-up folder holds an entry of this program. \a foundPaths receives the absolute
-/// paths of all such entries; \a viaCmd whether one of them goes through the command interpreter.
+/// True when the start-up folder holds an entry of this program. \a foundPaths receives the
+/// absolute paths of all such entries; \a viaCmd whether one of them goes through the command
+/// interpreter.
 bool findAutoStartLinks(const QString &expectedTarget, const QString &expectedArguments,
-                        QStringList *foundPaths = nullptr, bool *viaCmd = nullptr);
+    QStringList *foundPaths = nullptr, bool *viaCmd = nullptr);
 
 /// Deletes every entry that findAutoStartLinks() finds. True when none is left.
 [[nodiscard]] bool removeAutoStartLinks();

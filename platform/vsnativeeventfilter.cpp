@@ -9,23 +9,13 @@ VsNativeEventFilter::VsNativeEventFilter(QObject *parent)
 }
 
 bool VsNativeEventFilter::nativeEventFilter([[maybe_unused]] const QByteArray &eventType,
-                                            [[maybe_unused]] void *message,
-                                            [[maybe_unused]] qintptr *result)
+    [[maybe_unused]] void *message, [[maybe_unused]] qintptr *result)
 {
     return false;
 }
 
-void VsNativeEventFilter::setMainWindowId(WId wid)
-{
-    m_mainWindowId = wid;
-}
+void VsNativeEventFilter::setMainWindowId(WId wid) { m_mainWindowId = wid; }
 
-void VsNativeEventFilter::setMainWindow(QWindow *window)
-{
-    m_mainWindow = window;
-}
+void VsNativeEventFilter::setMainWindow(QWindow *window) { m_mainWindow = window; }
 
-void VsNativeEventFilter::setConfig(VsConfig *config)
-{
-    m_config = config;
-}
+void VsNativeEventFilter::setConfig(VsConfig *config) { m_config = config; }
