@@ -45,6 +45,7 @@ void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager)
     if (auto *window = roots.isEmpty() ? nullptr : qobject_cast<QWindow *>(roots.first())) {
         manager.setMainWindow(window);
         manager.start();
+        manager.keepOnScreen();
     } else {
         QCoreApplication::exit(-1);
     }

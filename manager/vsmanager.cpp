@@ -39,6 +39,10 @@ VsManager::VsManager(QObject *parent)
     m_topmostTimer.setInterval(500ms);
     connect(&m_topmostTimer, &QTimer::timeout, this, &VsManager::setTopmostForce);
 
+    m_lazySaveTimer.setInterval(5s);
+    m_lazySaveTimer.setSingleShot(true);
+    connect(&m_lazySaveTimer, &QTimer::timeout, this, &VsManager::saveIfMoved);
+
     connectConfig();
     connectNativeEventFilter();
 }

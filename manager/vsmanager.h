@@ -56,8 +56,15 @@ public:
     /// Takes charge of the clock window and shows it. Called once; \a window keeps its owner.
     void setMainWindow(QWindow *window);
 
+    /// Brings the clock onto a screen if it lies on none and is not told to keep its place. The
+    /// stored geometry changes only with the next ordinary save.
+    void keepOnScreen();
+
     /// The language code that decides about the date text, for example "ja".
     static void setLanguageName(const QString &name);
+
+    /// What Windows and the clock take for a scale of 1.
+    static constexpr double referenceDpi = 96.0;
 
     /// Replaces the clock that is read, QDateTime::currentMSecsSinceEpoch() from the start.
     void setWallClock(WallClock wallClock) { m_wallClock = wallClock; }
@@ -169,6 +176,10 @@ private:
     void filterMainWindowEvent(QEvent *event);
     void applyStoredGeometry();
     void applyWindowStyle();
+    void onMainWindowStateChange();
+    void completeTaskbarChange();
+    void moveToCorner(Qt::Corner corner);
+    void saveIfMoved();
 
     VsConfig *m_config = nullptr; // not owned
     QWindow *m_mainWindow = nullptr; // not owned
@@ -189,5 +200,13 @@ private:
     VsListModel *m_themeModel = nullptr; // owned as a child
     std::unique_ptr<VsNativeEventFilter> m_nativeEventFilter;
     QTimer m_topmostTimer;
+    QPoint m_pendingPosition; // the configuration's, at the first call of a delayed save
+    QSize m_pendingSize;
+    bool m_lazySavePending = false;
+    QTimer m_lazySaveTimer;
+    double m_dpi = referenceDpi; // of the clock window's screen
+    bool m_mousePressed = false;
     QTimer m_dpiCheckTimer;
+    Qt::WindowStates m_windowStates; // as last told
+    QRect m_normalGeometry; // before the clock was minimised or its taskbar entry changed
 };

@@ -7,8 +7,10 @@
 
 #include "config/saturate.h"
 #include "config/vsconfig.h"
+#include "manager/clockside.h"
 #include "manager/windowstyle.h"
 
+#include <QtGui/qcursor.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qregion.h>
 
@@ -48,6 +50,7 @@ void VsManager::setMainWindow(QWindow *window)
     setTopmostTimerEnabled(m_config->topmost());
     WindowStyle::touchThreadDpiAwareness();
     window->installEventFilter(this);
+    WindowStyle::reapplyWhenLost(window, [this] { applyWindowStyle(); });
     m_dpiCheckTimer.start(1000ms);
     Q_EMIT mainWindowIdChanged(window->winId());
     Q_EMIT mainWindowChanged(window);
@@ -64,11 +67,48 @@ void VsManager::applyStoredGeometry()
 
 void VsManager::filterMainWindowEvent(QEvent *event)
 {
-    if (event->type() == QEvent::PlatformSurface) {
-        const auto type = static_cast<QPlatformSurfaceEvent *>(event)->surfaceEventType();
-        if (type == QPlatformSurfaceEvent::SurfaceCreated)
-            applyWindowStyle();
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        if (static_cast<QMouseEvent *>(event)->buttons().testFlag(Qt::RightButton))
+            showContextMenu(QCursor::pos());
+        m_mousePressed = true;
+        break;
+    case QEvent::MouseButtonRelease:
+        m_mousePressed = false;
+        m_dpi = m_mainWindow->devicePixelRatio() * referenceDpi;
+        break;
+    case QEvent::MouseButtonDblClick:
+        mainLoop();
+        break;
+    case QEvent::Close:
+        m_lazySaveTimer.stop();
+        saveConfig();
+        break;
+    case QEvent::WindowStateChange:
+        // X11 tells the state once when the window first appears, without a change.
+        if (!event->spontaneous() || m_windowStates != m_mainWindow->windowStates())
+            onMainWindowStateChange();
+        break;
+    case QEvent::KeyRelease:
+        if (static_cast<QKeyEvent *>(event)->key() == Qt::Key_M)
+            Q_EMIT reqOpenMenu();
+        break;
+    default:
+        break;
     }
+}
+
+void VsManager::onMainWindowStateChange()
+{
+    m_windowStates = m_mainWindow->windowStates();
+    if (m_mainWindow->windowState() == Qt::WindowMinimized) {
+        // A plain window, with an entry on the taskbar to restore it from.
+        m_mainWindow->setFlags(Qt::Window);
+        WindowStyle::offerForRestore(m_mainWindow->winId());
+    } else {
+        setShowOnTaskbar(m_config->showOnTaskbar(), false);
+    }
+    Q_EMIT mainWindowStateChanged(m_windowStates);
 }
 
 // A native window that Qt made anew knows nothing of what was set on the old one.
@@ -134,8 +174,37 @@ bool VsManager::isMouseInnerImage(QPoint mousePos, QImage image)
     return image.valid(mousePos) && qAlpha(image.pixel(mousePos)) != 0;
 }
 
-void VsManager::setShowOnTaskbar([[maybe_unused]] bool enabled, [[maybe_unused]] bool storeGeometry)
+void VsManager::setShowOnTaskbar(bool enabled, bool storeGeometry)
 {
+    if (!m_mainWindow)
+        return;
+    if (m_mainWindow->windowState() != Qt::WindowMinimized && storeGeometry)
+        m_normalGeometry = m_mainWindow->geometry();
+    if (enabled) {
+        m_mainWindow->setFlags(m_mainWindow->flags() | Qt::Window | Qt::WindowSystemMenuHint
+            | Qt::WindowMinimizeButtonHint);
+    } else {
+        m_mainWindow->setFlags(Qt::FramelessWindowHint | Qt::CustomizeWindowHint);
+    }
+    QTimer::singleShot(0, this, &VsManager::completeTaskbarChange);
 }
 
-void VsManager::onAboutToMinimize() { }
+// Brings back what the change of the flags may have lost, once it has been carried out.
+void VsManager::completeTaskbarChange()
+{
+    m_mainWindow->hide();
+    WindowStyle::setWindowToolStyle(m_mainWindow->winId(), !m_config->showOnTaskbar());
+    m_mainWindow->show();
+    WindowStyle::setWindowTopmost(m_mainWindow->winId(), m_config->topmost());
+    const QRect geometry = m_normalGeometry.isValid() ? m_normalGeometry : m_config->geometry();
+    if (geometry.isValid()) // nothing is stored before the first save
+        m_mainWindow->setGeometry(geometry);
+    updateMask();
+    WindowStyle::setWindowTransparentForMouse(m_mainWindow->winId(), m_config->ignoreMouseEvent());
+}
+
+void VsManager::onAboutToMinimize()
+{
+    if (m_mainWindow)
+        m_normalGeometry = m_mainWindow->geometry();
+}

@@ -5,6 +5,11 @@
 
 #include "manager/vsmanager.h"
 
+#include "config/saturate.h"
+#include "config/vsconfig.h"
+
+#include <cmath>
+
 void VsManager::openSettings() { }
 
 void VsManager::openSettingsByQml() { openSettings(); }
@@ -17,9 +22,36 @@ void VsManager::setPopupWindow(QQuickWindow *window)
     Q_EMIT popupWindowChanged();
 }
 
-void VsManager::saveConfig() { }
+void VsManager::saveConfig()
+{
+    syncWindowGeometory();
+    m_config->save();
+}
 
-void VsManager::lazySaveConfig() { }
+void VsManager::lazySaveConfig()
+{
+    if (!m_mainWindow)
+        return;
+    if (!m_lazySavePending) {
+        m_lazySavePending = true;
+        // The stored geometry, not the window's: what was written last is what counts.
+        m_pendingPosition = QPoint(toIntSaturated(std::round(m_config->left())),
+            toIntSaturated(std::round(m_config->top())));
+        m_pendingSize
+            = QSize(toIntSaturated(m_config->width()), toIntSaturated(m_config->height()));
+    }
+    m_lazySaveTimer.start(); // anew with each call of a burst
+}
+
+// Other settings alone are not written here: meant so.
+void VsManager::saveIfMoved()
+{
+    m_lazySavePending = false;
+    syncWindowGeometory();
+    if (m_config->position() != m_pendingPosition.toPointF()
+        || m_config->size() != m_pendingSize.toSizeF())
+        m_config->save();
+}
 
 void VsManager::quitApp() { }
 

@@ -5,6 +5,8 @@
 
 #include <QtGui/qwindow.h>
 
+#include <functional>
+
 // What the clock window needs of the window system and Qt does not offer. \a window is the native
 // handle (QWindow::winId()). None of these reports a failure, and each does nothing where the
 // window system has no such thing. They are no Qt window flags, so those keep their own values.
@@ -21,6 +23,18 @@ void setWindowTransparentForMouse(WId window, bool on);
 /// With \a tool, takes \a window off the taskbar, else puts it there.
 /// On Windows this drops what the two functions above have set, and shows the window anew.
 void setWindowToolStyle(WId window, bool tool);
+
+/// Makes \a window appear where a user can restore it from, now that it is minimised and its flags
+/// are those of an ordinary window.
+void offerForRestore(WId window);
+
+/// Shows \a window if the native window is hidden while QWindow takes it for visible.
+void showWindow(WId window);
+
+/// Calls \a apply whenever \a window may have lost what these functions have set: after Qt has made
+/// its native window anew and, where a hidden window forgets, around every show. The owner of what
+/// \a apply uses must outlive \a window.
+void reapplyWhenLost(QWindow *window, std::function<void()> apply);
 
 /// Leaves the thread's DPI awareness as it is, after having switched it to per-monitor once.
 void touchThreadDpiAwareness();

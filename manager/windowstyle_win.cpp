@@ -46,6 +46,18 @@ void setWindowToolStyle(WId window, bool tool)
     ShowWindowAsync(hwnd, SW_SHOW);
 }
 
+void offerForRestore([[maybe_unused]] WId window)
+{
+    // The window flags alone put it on the taskbar.
+}
+
+void showWindow(WId window) { ShowWindow(handleOf(window), SW_SHOW); }
+
+void reapplyWhenLost([[maybe_unused]] QWindow *window, [[maybe_unused]] std::function<void()> apply)
+{
+    // A hidden window keeps its style, and none of the flags that change makes a new native window.
+}
+
 void touchThreadDpiAwareness()
 {
     const auto before = SetThreadDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE);

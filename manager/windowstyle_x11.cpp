@@ -4,6 +4,7 @@
 #include "manager/windowstyle.h"
 
 #include <QtCore/qlist.h>
+#include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
 
 #include <memory>
@@ -126,12 +127,62 @@ void setDesktop(WId window, uint32_t desktop)
     xcb_flush(ewmh->connection);
 }
 
+// A window manager takes the state away from a window that is withdrawn, at some time after the
+// hide. So it is set before the show, for the manager to find, and again once the window is seen,
+// in case the manager was late.
+class StyleKeeper : public QObject
+{
+public:
+    StyleKeeper(QWindow *window, std::function<void()> apply)
+        : QObject(window)
+        , m_apply(std::move(apply))
+    {
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show || isNewSurface(event)) {
+            m_apply();
+            m_dueWhenSeen = true;
+        } else if (event->type() == QEvent::Expose && m_dueWhenSeen
+            && static_cast<QWindow *>(watched)->isExposed()) {
+            m_dueWhenSeen = false;
+            m_apply();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    static bool isNewSurface(const QEvent *event)
+    {
+        return event->type() == QEvent::PlatformSurface
+            && static_cast<const QPlatformSurfaceEvent *>(event)->surfaceEventType()
+            == QPlatformSurfaceEvent::SurfaceCreated;
+    }
+
+    std::function<void()> m_apply;
+    bool m_dueWhenSeen = false;
+};
+
+// Above its like as well, without asking for the focus: the state alone says nothing about two
+// windows that both have it.
+void raise(WId window)
+{
+    constexpr uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(
+        connection(), static_cast<xcb_window_t>(window), XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    xcb_flush(connection());
+}
+
 } // namespace
 
 void setWindowTopmost(WId window, bool on)
 {
-    if (hints())
-        setState(window, {hints()->_NET_WM_STATE_ABOVE}, on);
+    if (!hints())
+        return;
+    setState(window, {hints()->_NET_WM_STATE_ABOVE}, on);
+    if (on)
+        raise(window);
 }
 
 void setWindowTransparentForMouse(WId window, bool on)
@@ -161,6 +212,22 @@ void setWindowToolStyle(WId window, bool tool)
             ewmh->_NET_WM_STATE_STICKY},
         tool);
     setDesktop(window, tool ? allDesktops : currentDesktop());
+}
+
+void offerForRestore(WId window)
+{
+    if (const auto *ewmh = hints())
+        setState(window, {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER}, false);
+}
+
+void showWindow([[maybe_unused]] WId window)
+{
+    // Nobody hides the native window behind Qt's back here.
+}
+
+void reapplyWhenLost(QWindow *window, std::function<void()> apply)
+{
+    window->installEventFilter(new StyleKeeper(window, std::move(apply)));
 }
 
 void touchThreadDpiAwareness()

@@ -1,21 +1,84 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
+// The decision about a display change, common to all systems.
+
 #include "platform/vsnativeeventfilter.h"
+
+#include "config/vsconfig.h"
+
+#include <QtCore/qdebug.h>
+#include <QtCore/qtimer.h>
+#include <QtGui/qscreen.h>
 
 VsNativeEventFilter::VsNativeEventFilter(QObject *parent)
     : QObject(parent)
 {
+    startWatching();
 }
 
-bool VsNativeEventFilter::nativeEventFilter([[maybe_unused]] const QByteArray &eventType,
-    [[maybe_unused]] void *message, [[maybe_unused]] qintptr *result)
+VsNativeEventFilter::~VsNativeEventFilter() = default;
+
+bool VsNativeEventFilter::handleDisplayChange(WId window)
 {
-    return false;
+    const QRect rectangle = windowRectangle(window);
+    qDebug() << "Display Change";
+    qDebug() << rectangle;
+    if (hasMonitor(window)) {
+        qDebug() << "Monitor is Avialable"; // so spelled: meant
+        if (std::exchange(m_monitorLost, false) && m_mainWindow) {
+            showWindow(window);
+            QTimer::singleShot(0, this, &VsNativeEventFilter::restore);
+        } else {
+            nudge(window, rectangle.topLeft());
+        }
+        return true;
+    }
+
+    noteLostMonitor();
+    if (m_mainWindow && !(m_config && m_config->keepPositionWhenMonitorDetatched())) {
+        QTimer::singleShot(0, this, &VsNativeEventFilter::updateMask);
+        return false;
+    }
+    if (m_mainWindow)
+        hideWindow(window);
+    nudge(window, rectangle.topLeft());
+    return true;
+}
+
+void VsNativeEventFilter::noteLostMonitor()
+{
+    qDebug() << "Monitor is lost";
+    if (m_mainWindow) {
+        m_windowDevicePixelRatio = m_mainWindow->devicePixelRatio();
+        m_savedGeometry = clockGeometry();
+        if (const QScreen *screen = m_mainWindow->screen())
+            m_screenDevicePixelRatio = screen->devicePixelRatio();
+    }
+    m_monitorLost = true;
+}
+
+void VsNativeEventFilter::restore()
+{
+    m_mainWindow->setPosition(m_savedGeometry.topLeft());
+    Q_EMIT updateMask();
+}
+
+// Once the message has been handled: a window that is moved is painted anew on its new monitor.
+void VsNativeEventFilter::nudge(WId window, QPoint topLeft)
+{
+    QTimer::singleShot(0, this, [this, window, topLeft] {
+        moveByOneAndBack(window, topLeft);
+        Q_EMIT updateMask();
+    });
 }
 
 void VsNativeEventFilter::setMainWindowId(WId wid) { m_mainWindowId = wid; }
 
-void VsNativeEventFilter::setMainWindow(QWindow *window) { m_mainWindow = window; }
+void VsNativeEventFilter::setMainWindow(QWindow *window)
+{
+    m_mainWindow = window;
+    watchMainWindow();
+}
 
 void VsNativeEventFilter::setConfig(VsConfig *config) { m_config = config; }

@@ -8,19 +8,26 @@
 #include <QtCore/qrect.h>
 #include <QtGui/qwindow.h>
 
+#include <memory>
+
 class VsConfig;
 
-/// Watches the raw messages of the application's windows before Qt handles them, to keep the clock
-/// visible and in its place when monitors change.
+/// Watches what the window system tells before Qt handles it, to keep the clock visible and in its
+/// place when monitors come and go, to save at the end of the session, and to note the geometry
+/// before a minimise.
 class VsNativeEventFilter : public QObject, public QAbstractNativeEventFilter
 {
     Q_OBJECT
 
 public:
     explicit VsNativeEventFilter(QObject *parent = nullptr);
+    ~VsNativeEventFilter() override;
 
-    /// Never consumes a message so far.
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+
+    /// Decides what becomes of the clock after a change of the monitors, of which \a window was
+    /// told. True when nobody else is to handle the change, Qt included.
+    bool handleDisplayChange(WId window);
 
 Q_SIGNALS:
     // Declared and connected, but emitted by nobody, like moveAndReturnMainWindow(): meant so.
@@ -36,7 +43,27 @@ public Q_SLOTS:
     void setConfig(VsConfig *config);
 
 private:
+    void restore();
+    void noteLostMonitor();
+    void nudge(WId window, QPoint topLeft);
+
+    // The native effects and what they go by, in one file for each system.
+    void startWatching();
+    void watchMainWindow();
+    [[nodiscard]] QRect windowRectangle(WId window) const;
+    [[nodiscard]] bool hasMonitor(WId window) const;
+    [[nodiscard]] QRect clockGeometry() const;
+    void showWindow(WId window);
+    void hideWindow(WId window);
+    void moveByOneAndBack(WId window, QPoint topLeft);
+
     WId m_mainWindowId = 0;
+    bool m_monitorLost = false;
     QWindow *m_mainWindow = nullptr;
+    // Both as they were when the monitor was lost; noted, and read by nobody: meant so.
+    double m_screenDevicePixelRatio = 1.0;
+    double m_windowDevicePixelRatio = 1.0;
+    QRect m_savedGeometry;
     VsConfig *m_config = nullptr; // not owned
+    std::unique_ptr<QObject> m_watch; // what a system needs beside its messages
 };
