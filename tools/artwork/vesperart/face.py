@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 """The layers of the clock face, in units of their 1024 by 1024 view box."""
 
-from .svg import Drawing, lines, path, polar
+from .svg import Drawing, crescent, lines, path, polar
 from .tones import Family, Tone
 
 CENTRE = (512.0, 512.0)
@@ -13,75 +13,69 @@ BEZEL_FACE = 504.0
 BEZEL_LIP = 488.0
 FACE = 483.0
 TRACK_OUTER = 475.0
-TRACK_INNER = 457.0
+TRACK_INNER = 459.0
 RING_INNER = 450.0
-MARK_OUTER = 441.0
-MARK_INNER = 392.0  # leaves the date's line free between the marks at two and ten
-QUARTER_INNER = 372.0
+MARK_OUTER = 442.0
+MARK_INNER = 391.0  # leaves the date's line free between the marks at two and ten
+QUARTER_INNER = 368.0
+
+
+LIGHT_FROM = -130.0  # degrees: the light comes from the upper left
 
 
 def lit(radius: float) -> tuple[float, float]:
     """The point of a circle that faces the light."""
-    return polar(radius, -130.0)
+    return polar(radius, LIGHT_FROM)
 
 
 def shaded(radius: float) -> tuple[float, float]:
     """The point of a circle that turns away from it."""
-    return polar(radius, 50.0)
+    return polar(radius, LIGHT_FROM + 180)
 
 
 def base(tone: Tone) -> str:
     """The plate with its bezel; complete by itself, since the face background may be hidden."""
-    family = tone.family
-    d = Drawing(1024, 1024)
-    plate = d.linear(lit(FACE), shaded(FACE),
-                     (0, tone.face(family.plate + family.glow / 2)),
-                     (1, tone.face(family.plate - family.fall / 2)))
-    d.circle(CENTRE, BEZEL_LIP, plate)
-    _bezel(d, tone)
-    return d.text()
-
-
-def _bezel(d: Drawing, tone: Tone) -> None:
     family, metal = tone.family, tone.metal
-    rim = d.linear(lit(OUTLINE), shaded(OUTLINE),
-                   (0, metal((family.bezel_rim + family.bezel_lit) / 2)),
-                   (0.35, metal(family.bezel_rim)), (1, metal(family.bezel_rim)))
+    d = Drawing(1024, 1024)
     body = d.linear(lit(BEZEL_FACE), shaded(BEZEL_FACE),
                     (0, metal(family.bezel_lit)),
-                    (0.22, metal((family.bezel_lit + family.bezel_body) / 2)),
-                    (0.5, metal(family.bezel_body)),
-                    (0.82, metal(family.bezel_shade)),
+                    (0.18, metal((family.bezel_lit + family.bezel_body) / 2)),
+                    (0.48, metal(family.bezel_body)),
+                    (0.8, metal(family.bezel_shade)),
                     (1, metal((family.bezel_shade + family.bezel_body) / 2)))
     lip = d.linear(lit(BEZEL_LIP), shaded(BEZEL_LIP),
                    (0, metal(family.bezel_shade)),
-                   (0.55, metal((family.bezel_shade + family.bezel_body) / 2)),
+                   (0.5, metal((family.bezel_shade + family.bezel_body) / 2)),
                    (1, metal(family.bezel_lit)))
-    highlight = d.linear(lit(BEZEL_FACE), CENTRE, (0, "#ffffff", 0.95), (0.55, "#ffffff", 0.25),
-                         (1, "#ffffff", 0))
-    d.ring(CENTRE, BEZEL_LIP - 1, OUTLINE, rim)
-    d.ring(CENTRE, BEZEL_LIP - 1, BEZEL_FACE, body)
-    d.ring(CENTRE, BEZEL_FACE - 4.5, BEZEL_FACE - 1.5, highlight)
-    d.ring(CENTRE, FACE - 1, BEZEL_LIP, lip)
+    plate = d.linear(lit(FACE), shaded(FACE),
+                     (0, tone.face(family.plate + family.glow / 2)),
+                     (1, tone.face(family.plate - family.fall / 2)))
+    d.circle(CENTRE, OUTLINE, metal(family.bezel_rim))
+    d.circle(CENTRE, BEZEL_FACE, body)
+    d.fill(crescent(BEZEL_FACE - 1, 3.4, LIGHT_FROM, 80), "#ffffff", family.shine[0])
+    d.fill(crescent(BEZEL_FACE - 1, 3, LIGHT_FROM + 180, 60), "#ffffff", family.shine[1])
+    d.circle(CENTRE, BEZEL_LIP, lip)
+    d.circle(CENTRE, FACE, plate)
+    return d.text()
 
 
 def background(tone: Tone) -> str:
     """The face: a matte disc in a soft light, and the ring that carries the minute track."""
     family = tone.family
     d = Drawing(1024, 1024)
-    light = d.radial(polar(230, -128), 780,
-                     (0, tone.face(family.glow, 0.95)),
-                     (0.45, tone.face(family.glow * 0.18)),
+    light = d.radial(polar(250, LIGHT_FROM), 790,
+                     (0, tone.face(family.glow)),
+                     (0.3, tone.face(family.glow * 0.55)),
+                     (0.62, tone.face(-family.fall * 0.15)),
                      (1, tone.face(-family.fall)))
-    shadow = d.linear(lit(FACE), shaded(FACE), (0, "#000000", family.inset[0]),
-                      (0.5, "#000000", family.inset[0] * 0.25), (1, "#000000", 0))
-    reflection = d.linear(CENTRE, shaded(FACE), (0, "#ffffff", 0), (1, "#ffffff", family.inset[1]))
+    # The bezel's shadow: everything outside of a circle that lies away from the light.
+    shadow = d.radial(polar(11, LIGHT_FROM + 180), 498,
+                      (0.94, "#000000", 0), (0.972, "#000000", family.inset * 0.3),
+                      (1, "#000000", family.inset))
     d.circle(CENTRE, FACE, light)
     d.ring(CENTRE, RING_INNER, FACE, *family.ring)
     d.ring(CENTRE, RING_INNER - 1, RING_INNER + 1, *family.hairline)
-    for width, opacity in ((4, 1.0), (10, 0.4), (18, 0.25)):
-        d.ring(CENTRE, FACE - width, FACE, shadow, opacity)
-    d.ring(CENTRE, FACE - 2, FACE, reflection)
+    d.circle(CENTRE, FACE, shadow)
     return d.text()
 
 
@@ -90,11 +84,10 @@ def dial(family: Family) -> str:
     d = Drawing(1024, 1024)
     d.stroke(lines(*(_tick(minute, TRACK_INNER) for minute in range(60) if minute % 5)),
              family.track, 3.2)
-    d.stroke(lines(*(_tick(minute, TRACK_INNER - 3) for minute in range(0, 60, 5))),
-             family.five, 7)
+    d.stroke(lines(*(_tick(minute, TRACK_INNER - 4) for minute in range(0, 60, 5))),
+             family.five, 5.5)
     bars = [bar for hour in range(12) for bar in _bars(hour)]
-    edges = [[offset_point for offset_point in _bar_outline(*bar)] for bar in bars]
-    d.stroke(path(*edges), family.mark_edge[0], 5, family.mark_edge[1])
+    d.stroke(path(*(_bar_outline(*bar) for bar in bars)), family.mark_edge[0], 5, family.mark_edge[1])
     for bar in bars:
         for points, light in _facets(*bar):
             d.fill(path(points), _between(family.mark[0], family.mark[1], light))
@@ -133,7 +126,7 @@ def _facets(degrees, offset, inner, half):
         points = [_place(degrees, MARK_OUTER, outer_edge), _place(degrees, MARK_OUTER, offset),
                   _place(degrees, inner, offset), _place(degrees, inner, outer_edge)]
         nx, ny = polar(1.0, degrees + 90 * side, 0.0)
-        lx, ly = polar(1.0, -130, 0.0)
+        lx, ly = polar(1.0, LIGHT_FROM, 0.0)
         yield points, 0.5 + 0.5 * (nx * lx + ny * ly)
 
 
@@ -148,11 +141,10 @@ def _hand(d: Drawing, family: Family, outline) -> None:
     lower = [(512 + x, 512 + w) for x, w in outline]
     whole = upper + [p for p in reversed(lower) if p not in upper]
     tail, tip = outline[0][0], outline[-1][0]
-    ridge = [(512 + tail, 512), (512 + tip, 512)]
     d.stroke(path(whole), family.hand_edge[0], 7, family.hand_edge[1])
     d.fill(path(whole), family.hand[0])
-    d.fill(path(upper + ridge[::-1]), family.hand[1])
-    d.stroke(lines([(512 + tail + 10, 512), (512 + tip - 14, 512)]), family.ridge[0], 1.6,
+    d.fill(path(upper + [(512 + tip, 512), (512 + tail, 512)]), family.hand[1])
+    d.stroke(lines([(512 + tail + 8, 512), (512 + tip - 16, 512)]), family.ridge[0], 1.6,
              family.ridge[1])
 
 
@@ -160,22 +152,22 @@ def _cap(d: Drawing, family: Family, radius: float) -> None:
     rim, body, light = family.cap
     d.circle(CENTRE, radius + 3.5, family.hand_edge[0], family.hand_edge[1])
     d.circle(CENTRE, radius, rim)
-    d.circle(CENTRE, radius - 3, d.radial(CENTRE, radius, (0, light), (0.55, body), (1, body)))
+    d.circle(CENTRE, radius - 2.5, d.radial(CENTRE, radius, (0, light), (0.5, body), (1, body)))
 
 
 def hand_hour(family: Family) -> str:
     """The hour hand, towards three o'clock."""
     d = Drawing(1024, 1024)
-    _hand(d, family, [(-62, 12), (30, 20), (236, 12.5), (276, 0)])
-    _cap(d, family, 34)
+    _hand(d, family, [(-66, 7), (34, 19), (240, 12), (284, 0)])
+    _cap(d, family, 32)
     return d.text()
 
 
 def hand_minute(family: Family) -> str:
     """The minute hand, towards three o'clock. Its cap serves when the second hand is hidden."""
     d = Drawing(1024, 1024)
-    _hand(d, family, [(-76, 9), (30, 14.5), (382, 7.5), (428, 0)])
-    _cap(d, family, 27)
+    _hand(d, family, [(-84, 5.5), (34, 13.5), (396, 7.5), (446, 0)])
+    _cap(d, family, 26)
     return d.text()
 
 
@@ -183,15 +175,13 @@ def hand_second(family: Family) -> str:
     """The second hand, towards three o'clock, with its counterweight and the top of the cap."""
     d = Drawing(1024, 1024)
     accent, shade = family.accent
-    needle = path([(512 - 132, 509.2), (512 + 466, 510.6), (512 + 466, 513.4), (512 - 132, 514.8)])
-    weight = path([(512 - 150, 503), (512 - 72, 506), (512 - 72, 518), (512 - 150, 521)])
-    for outline in (needle, weight):
-        d.stroke(outline, family.hand_edge[0], 5, family.hand_edge[1] / 2)
+    needle = ("M352 503.5L512 508.8L984 510.7V513.3L512 515.2L352 520.5"
+              "A8.5 8.5 0 0 1 352 503.5z")
+    d.stroke(needle, family.hand_edge[0], 5, family.hand_edge[1] * 0.6)
     d.fill(needle, accent)
-    d.fill(weight, accent)
-    d.circle(CENTRE, 18.5, family.hand_edge[0], family.hand_edge[1])
-    d.circle(CENTRE, 16, shade)
-    d.circle(CENTRE, 14, accent)
+    d.circle(CENTRE, 19, family.hand_edge[0], family.hand_edge[1])
+    d.circle(CENTRE, 16.5, shade)
+    d.circle(CENTRE, 14.5, accent)
     d.circle(CENTRE, 5, family.cap[0])
     return d.text()
 

@@ -42,6 +42,17 @@ def _points(points) -> str:
     return "M" + "L".join(f"{num(x)} {num(y)}" for x, y in points)
 
 
+def crescent(radius: float, thickness: float, degrees: float, spread: float = 90.0) -> str:
+    """A sickle along the inside of a circle, thickest at the angle, running out at spread on both sides."""
+    x1, y1 = polar(radius, degrees - spread)
+    x2, y2 = polar(radius, degrees + spread)
+    chord = radius * sin(radians(spread))
+    rise = radius * (1 - cos(radians(spread))) - thickness
+    inner = (chord * chord + rise * rise) / (2 * rise)
+    return (f"M{num(x1)} {num(y1)}A{num(radius)} {num(radius)} 0 0 1 {num(x2)} {num(y2)}"
+            f"A{num(inner)} {num(inner)} 0 0 0 {num(x1)} {num(y1)}z")
+
+
 class Drawing:
     """One SVG file in the making."""
 

@@ -26,7 +26,8 @@ class Family:
     bezel_chroma: float  # share of the tone's chroma that the metal takes on
     ring: tuple[str, float]  # tint of the ring that carries the minute track
     hairline: tuple[str, float]  # fine line along the inside of that ring
-    inset: tuple[float, float]  # opacity of the bezel's shadow on the face and of its reflection
+    shine: tuple[float, float]  # opacity of the bezel's highlight and of the one across from it
+    inset: float  # opacity of the bezel's shadow on the face
     track: str  # minute ticks
     five: str  # every fifth tick
     mark: tuple[str, str]  # applied marks: facet in the shade, facet in the light
@@ -41,9 +42,9 @@ class Family:
 
 DARK = Family(
     name="dark",
-    glow=0.095, fall=0.085, plate=-0.045,
-    bezel_lit=0.74, bezel_body=0.36, bezel_shade=0.16, bezel_rim=0.13, bezel_chroma=0.36,
-    ring=("#000000", 0.16), hairline=("#ffffff", 0.13), inset=(0.5, 0.16),
+    glow=0.075, fall=0.085, plate=-0.03,
+    bezel_lit=0.76, bezel_body=0.40, bezel_shade=0.23, bezel_rim=0.12, bezel_chroma=0.34,
+    ring=("#000000", 0.16), hairline=("#ffffff", 0.13), shine=(0.9, 0.3), inset=0.55,
     track="#b4bac4", five="#e8ebf0",
     mark=("#a9b0bb", "#f6f8fb"), mark_edge=("#000000", 0.28),
     hand=("#b3b9c4", "#f7f9fc"), hand_edge=("#000000", 0.26), ridge=("#ffffff", 0.85),
@@ -56,7 +57,7 @@ LIGHT = Family(
     name="light",
     glow=0.055, fall=0.055, plate=-0.03,
     bezel_lit=0.995, bezel_body=0.86, bezel_shade=0.64, bezel_rim=0.52, bezel_chroma=0.5,
-    ring=("#ffffff", 0.34), hairline=("#1c222c", 0.16), inset=(0.2, 0.75),
+    ring=("#ffffff", 0.34), hairline=("#1c222c", 0.16), shine=(0.95, 0.55), inset=0.26,
     track="#59616e", five="#262b34",
     mark=("#1a1e26", "#5b6371"), mark_edge=("#ffffff", 0.45),
     hand=("#171b22", "#4c5461"), hand_edge=("#ffffff", 0.42), ridge=("#8a93a1", 0.8),
