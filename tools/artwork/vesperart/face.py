@@ -67,7 +67,7 @@ def background(tone: Tone) -> str:
                      (0, tone.face(family.glow)),
                      (0.3, tone.face(family.glow * 0.55)),
                      (0.62, tone.face(-family.fall * 0.15)),
-                     (1, tone.face(-family.fall)))
+                     (1, tone.face(-family.fall, 0.94)))
     # The bezel's shadow: everything outside of a circle that lies away from the light.
     shadow = d.radial(polar(11, LIGHT_FROM + 180), 498,
                       (0.94, "#000000", 0), (0.972, "#000000", family.inset * 0.3),
@@ -83,7 +83,7 @@ def dial(family: Family) -> str:
     """The minute track and the twelve applied marks."""
     d = Drawing(1024, 1024)
     d.stroke(lines(*(_tick(minute, TRACK_INNER) for minute in range(60) if minute % 5)),
-             family.track, 3.2)
+             family.track, 3.6)
     d.stroke(lines(*(_tick(minute, TRACK_INNER - 4) for minute in range(0, 60, 5))),
              family.five, 5.5)
     bars = [bar for hour in range(12) for bar in _bars(hour)]
@@ -175,7 +175,7 @@ def hand_second(family: Family) -> str:
     """The second hand, towards three o'clock, with its counterweight and the top of the cap."""
     d = Drawing(1024, 1024)
     accent, shade = family.accent
-    needle = ("M352 503.5L512 508.8L984 510.7V513.3L512 515.2L352 520.5"
+    needle = ("M352 503.5L512 508.2L984 510.1V513.9L512 515.8L352 520.5"
               "A8.5 8.5 0 0 1 352 503.5z")
     d.stroke(needle, family.hand_edge[0], 5, family.hand_edge[1] * 0.6)
     d.fill(needle, accent)

@@ -15,8 +15,8 @@ def app_icon(tone: Tone) -> str:
     d.circle(centre, 54, d.radial((46, 40), 84, (0, tone.face(0.16)), (1, tone.face(-0.04))))
     quarters = [(polar(48, a, 64), polar(39, a, 64)) for a in (0, 90, 180, 270)]
     d.stroke(lines(*quarters), "#e8ebf0", 7, cap="round")
-    d.stroke(lines([(64, 64), polar(26, 212, 64)]), "#ffffff", 11, cap="round")
-    d.stroke(lines([(64, 64), polar(37, -54, 64)]), "#ffffff", 8.5, cap="round")
+    d.stroke(lines([(64, 64), polar(26, 210, 64)]), "#ffffff", 12, cap="round")
+    d.stroke(lines([(64, 64), polar(38, -54, 64)]), "#ffffff", 9.5, cap="round")
     d.circle(centre, 8.5, DARK.accent[0])
     return d.text()
 
@@ -25,7 +25,7 @@ def app_tray_icon_tmpl() -> str:
     """The icon as a template: black and transparent only, the system tints it."""
     d = Drawing(128, 128)
     d.ring((64, 64), 47, 60, "#000000")
-    d.stroke(lines([(64, 64), polar(23, 212, 64)]), "#000000", 12, cap="round")
+    d.stroke(lines([(64, 64), polar(23, 210, 64)]), "#000000", 12, cap="round")
     d.stroke(lines([(64, 64), polar(32, -54, 64)]), "#000000", 10, cap="round")
     return d.text()
 
@@ -42,7 +42,7 @@ TO_RIGHT = "M9 4.59L16.41 12L9 19.41L7.59 18L13.59 12L7.59 6z"
 TO_LOWER = "M4.59 9L12 16.41L19.41 9L18 7.59L12 13.59L6 7.59z"
 TO_UPPER = "M4.59 15L12 7.59L19.41 15L18 16.41L12 10.41L6 16.41z"
 # Three quarters of a turn back to the start, with its arrow head.
-RESET = ("M12 5A8 8 0 1 1 4.25 15H6.34A6 6 0 1 0 12 7V10.5L7 6L12 1.5z")
+RESET = "M12 5A8 8 0 1 1 4 13H6A6 6 0 1 0 12 7V10.5L7 6L12 1.5z"
 
 COLOURS = {"black": "#000000", "white": "#ffffff"}
 
@@ -58,13 +58,13 @@ def glyphs() -> dict[str, str]:
 
 
 def logo() -> str:
-    """The maker's mark: an M of two facets between two dials' arcs."""
+    """The maker's mark: an M of two facets between two tapered hands."""
     d = Drawing(256, 126)
-    grey, light = "#757a82", "#9a9fa7"
-    d.stroke("M84 107A62 62 0 0 1 84 19", grey, 7, cap="round")
-    d.stroke("M172 19A62 62 0 0 1 172 107", grey, 7, cap="round")
-    d.fill(path([(92, 100), (92, 26), (106, 26), (128, 62), (128, 86), (106, 50), (106, 100)]), grey)
-    d.fill(path([(164, 100), (164, 26), (150, 26), (128, 62), (128, 86), (150, 50), (150, 100)]), light)
+    shade, light = "#70757d", "#969ba3"
+    d.fill(path([(78, 57), (78, 63), (8, 63)], [(178, 63), (178, 69), (248, 63)]), shade)
+    d.fill(path([(78, 69), (78, 63), (8, 63)], [(178, 63), (178, 57), (248, 63)]), light)
+    d.fill(path([(88, 111), (88, 15), (104, 15), (128, 62), (128, 92), (104, 46), (104, 111)]), shade)
+    d.fill(path([(168, 111), (168, 15), (152, 15), (128, 62), (128, 92), (152, 46), (152, 111)]), light)
     return d.text()
 
 

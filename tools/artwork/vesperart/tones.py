@@ -42,8 +42,8 @@ class Family:
 
 DARK = Family(
     name="dark",
-    glow=0.075, fall=0.085, plate=-0.03,
-    bezel_lit=0.76, bezel_body=0.40, bezel_shade=0.23, bezel_rim=0.12, bezel_chroma=0.34,
+    glow=0.064, fall=0.078, plate=-0.03,
+    bezel_lit=0.76, bezel_body=0.40, bezel_shade=0.23, bezel_rim=0.12, bezel_chroma=0.24,
     ring=("#000000", 0.16), hairline=("#ffffff", 0.13), shine=(0.9, 0.3), inset=0.55,
     track="#b4bac4", five="#e8ebf0",
     mark=("#a9b0bb", "#f6f8fb"), mark_edge=("#000000", 0.28),
@@ -55,13 +55,13 @@ DARK = Family(
 
 LIGHT = Family(
     name="light",
-    glow=0.055, fall=0.055, plate=-0.03,
+    glow=0.052, fall=0.048, plate=-0.03,
     bezel_lit=0.995, bezel_body=0.86, bezel_shade=0.64, bezel_rim=0.52, bezel_chroma=0.5,
-    ring=("#ffffff", 0.34), hairline=("#1c222c", 0.16), shine=(0.95, 0.55), inset=0.26,
+    ring=("#ffffff", 0.34), hairline=("#1c222c", 0.16), shine=(0.95, 0.55), inset=0.2,
     track="#59616e", five="#262b34",
     mark=("#1a1e26", "#5b6371"), mark_edge=("#ffffff", 0.45),
     hand=("#171b22", "#4c5461"), hand_edge=("#ffffff", 0.42), ridge=("#8a93a1", 0.8),
-    accent=("#c8361c", "#93230e"),
+    accent=("#ba2d13", "#8a200c"),
     cap=("#0e1116", "#363d48", "#6a7280"),
     grip=(0.80, 0.38),
 )
@@ -96,16 +96,16 @@ class Tone:
 
 
 TONES = (
-    Tone("dark_blue", DARK, 0.300, 0.088, 262.0),
-    Tone("dark_red", DARK, 0.300, 0.094, 19.0),
+    Tone("dark_blue", DARK, 0.295, 0.092, 262.0),
+    Tone("dark_red", DARK, 0.298, 0.094, 19.0),
     Tone("dark_green", DARK, 0.310, 0.062, 160.0),
-    Tone("dark_yellow", DARK, 0.345, 0.066, 92.0),
+    Tone("dark_yellow", DARK, 0.325, 0.064, 88.0),
     Tone("dark_gray", DARK, 0.290, 0.005, 262.0),
-    Tone("light_blue", LIGHT, 0.890, 0.052, 258.0),
-    Tone("light_red", LIGHT, 0.890, 0.050, 16.0),
-    Tone("light_green", LIGHT, 0.905, 0.055, 152.0),
-    Tone("light_yellow", LIGHT, 0.925, 0.062, 96.0),
-    Tone("light_gray", LIGHT, 0.910, 0.003, 262.0),
+    Tone("light_blue", LIGHT, 0.893, 0.056, 256.0),
+    Tone("light_red", LIGHT, 0.897, 0.041, 18.0),
+    Tone("light_green", LIGHT, 0.910, 0.044, 152.0),
+    Tone("light_yellow", LIGHT, 0.925, 0.053, 94.0),
+    Tone("light_gray", LIGHT, 0.925, 0.002, 262.0),
 )
 
 
