@@ -24,12 +24,6 @@ double luminance(QColor colour)
         + 0.0722 * linear(colour.blueF());
 }
 
-struct Lab {
-    double l;
-    double a;
-    double b;
-};
-
 double labCurve(double t)
 {
     constexpr double delta = 6.0 / 29.0;
@@ -95,8 +89,11 @@ double contrast(QColor a, QColor b)
 
 double colourDifference(QColor first, QColor second)
 {
-    const Lab one = toLab(first);
-    const Lab two = toLab(second);
+    return colourDifference(toLab(first), toLab(second));
+}
+
+double colourDifference(const Lab &one, const Lab &two)
+{
     const double g = 0.5 * (1 - largeChroma((std::hypot(one.a, one.b) + std::hypot(two.a, two.b)) / 2));
     const double a1 = one.a * (1 + g);
     const double a2 = two.a * (1 + g);

@@ -6,9 +6,9 @@
 #include "tools/artwork/picture/colourmath.h"
 
 #include <QPainter>
+#include <QSet>
 
 #include <cmath>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -24,18 +24,16 @@ QImage layer(const QString &root, const QString &folder, QLatin1StringView name,
     return rasterised(root + "/themes/basic/"_L1 + folder + "/clock_"_L1 + name + ".svg"_L1, sidePx);
 }
 
-/// The lowest contrast of \a seen over the pixels of \a ground that \a holds takes in.
-double lowest(const QImage &ground, const std::function<QColor(QColor)> &seen,
-    const std::function<QColor(QColor)> &behind, const std::function<bool(double, double)> &holds)
+/// Every colour that \a image shows where \a holds takes in; far fewer than it has pixels.
+template<typename Predicate> QSet<QRgb> coloursWhere(const QImage &image, Predicate holds)
 {
-    double result = 21;
-    const double side = ground.width();
-    for (int y = 0; y < ground.height(); ++y) {
-        for (int x = 0; x < ground.width(); ++x) {
-            if (!holds((x + 0.5) / side, (y + 0.5) / side))
-                continue;
-            const QColor pixel = ground.pixelColor(x, y);
-            result = std::min(result, contrast(seen(pixel), behind(pixel)));
+    QSet<QRgb> result;
+    const double side = image.width();
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            if (holds((x + 0.5) / side, (y + 0.5) / side))
+                result += line[x];
         }
     }
     return result;
@@ -43,11 +41,12 @@ double lowest(const QImage &ground, const std::function<QColor(QColor)> &seen,
 
 double lowestWithin(const QImage &ground, const QList<QColor> &colours)
 {
+    const QSet<QRgb> pixels = coloursWhere(ground,
+        [](double x, double y) { return std::hypot(x - 0.5, y - 0.5) < sweptRadius; });
     double result = 21;
-    for (QColor colour : colours) {
-        result = std::min(result, lowest(
-            ground, [colour](QColor) { return colour; }, [](QColor pixel) { return pixel; },
-            [](double x, double y) { return std::hypot(x - 0.5, y - 0.5) < sweptRadius; }));
+    for (QRgb pixel : pixels) {
+        for (QColor colour : colours)
+            result = std::min(result, contrast(colour, QColor(pixel)));
     }
     return result;
 }
@@ -55,10 +54,14 @@ double lowestWithin(const QImage &ground, const QList<QColor> &colours)
 double lowestOfText(const QImage &ground, QRectF area, QColor text, double alpha, QColor back,
     double backAlpha)
 {
-    const auto panel = [=](QColor pixel) { return blended(back, backAlpha, pixel); };
-    return lowest(
-        ground, [=](QColor pixel) { return blended(text, alpha, panel(pixel)); }, panel,
-        [area](double x, double y) { return area.contains(x, y); });
+    const QSet<QRgb> pixels
+        = coloursWhere(ground, [area](double x, double y) { return area.contains(x, y); });
+    double result = 21;
+    for (QRgb pixel : pixels) {
+        const QColor panel = blended(back, backAlpha, QColor(pixel));
+        result = std::min(result, contrast(blended(text, alpha, panel), panel));
+    }
+    return result;
 }
 
 /// The darkest and the lightest colour of the applied marks.

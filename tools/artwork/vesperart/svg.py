@@ -84,9 +84,8 @@ class Drawing:
                     f'fill="{fill}"', opacity)
 
     def ring(self, centre, inner, outer, paint, opacity=1.0) -> None:
-        """A ring, drawn as a stroke so that only the ring is painted."""
-        self._shape(f'circle cx="{num(centre[0])}" cy="{num(centre[1])}" r="{num((inner + outer) / 2)}"',
-                    f'fill="none" stroke="{paint}" stroke-width="{num(outer - inner)}"', opacity)
+        """A filled ring: of two circles with opposite turns, since renderers flatten strokes differently."""
+        self.fill(_circle(centre, outer, 1) + _circle(centre, inner, 0), paint, opacity)
 
     def fill(self, data, fill, opacity=1.0) -> None:
         """A filled path."""
@@ -109,6 +108,13 @@ class Drawing:
         head = (f'<svg xmlns="http://www.w3.org/2000/svg" width="100%" height="100%" '
                 f'viewBox="0 0 {self._width} {self._height}">')
         return HEADER + "\n".join([head, *defs, *self._body, "</svg>"]) + "\n"
+
+
+def _circle(centre, radius, sweep) -> str:
+    (x, y), r = centre, num(radius)
+    half = f"A{r} {r} 0 1 {sweep} "
+    return (f"M{num(x - radius)} {num(y)}{half}{num(x + radius)} {num(y)}"
+            f"{half}{num(x - radius)} {num(y)}z")
 
 
 def _stop(offset, colour, opacity=1.0) -> str:
