@@ -177,7 +177,7 @@ def hand_second(family: Family) -> str:
     accent, shade = family.accent
     needle = ("M352 503.5L512 508.2L984 510.1V513.9L512 515.8L352 520.5"
               "A8.5 8.5 0 0 1 352 503.5z")
-    d.stroke(needle, family.hand_edge[0], 5, family.hand_edge[1] * 0.6)
+    d.stroke(needle, family.hand_edge[0], 5, family.hand_edge[1] * 0.5)
     d.fill(needle, accent)
     d.circle(CENTRE, 19, family.hand_edge[0], family.hand_edge[1])
     d.circle(CENTRE, 16.5, shade)
