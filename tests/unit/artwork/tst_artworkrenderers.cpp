@@ -4,7 +4,6 @@
 #include "artworkfiles.h"
 #include "tools/artwork/picture/clockpicture.h"
 
-#include <QElapsedTimer>
 #include <QImageReader>
 #include <QProcess>
 #include <QStandardPaths>
@@ -21,7 +20,7 @@ namespace
 constexpr int comparedPx = 512;
 
 struct Deviation {
-    std::array<double, 4> meanPercent {}; // of the full range; blue, green, red, alpha
+    std::array<double, 4> meanPercent{}; // of the full range; blue, green, red, alpha
     double offPercent = 0; // of the pixels, by more than 16 of 255 in any channel
 };
 
@@ -55,7 +54,7 @@ QImage premultiplied(const QImage &image)
 /// The processor time of this thread: other programs on the machine do not count.
 double threadMs()
 {
-    timespec now {};
+    timespec now{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
     return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
 }
@@ -63,7 +62,7 @@ double threadMs()
 double drawMs(const QString &path, int sidePx)
 {
     double best = 1e9;
-    for (int i = 0; i < 9; ++i) {
+    for (int i = 0; i < 12; ++i) {
         const double start = threadMs();
         QImageReader reader(path, "svg");
         reader.setScaledSize(QSize(sidePx, sidePx));
@@ -88,10 +87,7 @@ private Q_SLOTS:
     void layersAreCheap();
 };
 
-void TestArtworkRenderers::init()
-{
-    QTest::failOnWarning();
-}
+void TestArtworkRenderers::init() { QTest::failOnWarning(); }
 
 void TestArtworkRenderers::renderersAgree_data()
 {
@@ -114,7 +110,7 @@ void TestArtworkRenderers::renderersAgree()
 
     QProcess process;
     process.start(converter,
-        { u"-w"_s, QString::number(size.width()), u"-h"_s, QString::number(size.height()), file });
+        {u"-w"_s, QString::number(size.width()), u"-h"_s, QString::number(size.height()), file});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 0);
     const QImage other = premultiplied(QImage::fromData(process.readAllStandardOutput(), "png"));
@@ -144,16 +140,18 @@ void TestArtworkRenderers::layersAreCheap()
     QFETCH(const QString, folder);
     QFETCH(const QString, shared);
     constexpr int sidePx = 960; // a clock of side 320 on a plain screen
-    constexpr double budgetMs = 25;
-    // A machine of the build service is slower than the one on which the budget was set.
-    constexpr double allowance = 2;
+    // A build service's machine may be slower than the one whose budget is 25 ms; there the layers
+    // take 9 to 11 ms.
+    constexpr double budgetMs = 25 * 1.4;
     double totalMs = 0;
-    for (const char *layer : { "base", "background" })
-        totalMs += drawMs(sourceRoot() + u'/' + themeFile(folder, QLatin1StringView(layer)), sidePx);
-    for (const char *layer : { "dial", "hand_hour", "hand_minute", "hand_second" })
-        totalMs += drawMs(sourceRoot() + u'/' + themeFile(shared, QLatin1StringView(layer)), sidePx);
+    for (const char *layer : {"base", "background"})
+        totalMs
+            += drawMs(sourceRoot() + u'/' + themeFile(folder, QLatin1StringView(layer)), sidePx);
+    for (const char *layer : {"dial", "hand_hour", "hand_minute", "hand_second"})
+        totalMs
+            += drawMs(sourceRoot() + u'/' + themeFile(shared, QLatin1StringView(layer)), sidePx);
     qInfo("six layers: %.1f ms", totalMs);
-    QVERIFY2(totalMs < budgetMs * allowance, QByteArray::number(totalMs));
+    QVERIFY2(totalMs < budgetMs, QByteArray::number(totalMs));
 }
 
 QTEST_MAIN(TestArtworkRenderers)

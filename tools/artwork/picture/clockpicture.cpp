@@ -49,16 +49,17 @@ void drawAmPm(QPainter &painter, const ToneColours &tone, const QRectF &timeItem
     painter.drawText(box, Qt::AlignCenter, time.hour() < 12 ? u"AM"_s : u"PM"_s);
 }
 
-void drawTime(QPainter &painter, const ToneColours &tone, double side, const PictureOptions &options)
+void drawTime(
+    QPainter &painter, const ToneColours &tone, double side, const PictureOptions &options)
 {
     painter.setFont(textFont(side, 0.07));
     const QFontMetricsF metrics(painter.font(), painter.device());
     const QSizeF size(metrics.horizontalAdvance(u"00:00:00"_s), metrics.height());
     const QPointF centre(side / 2 - 0.01 * side, side / 2 + 0.18 * side);
-    const QRectF item(centre.x() - size.width() / 2, centre.y() - size.height() / 2, size.width(),
-        size.height());
-    QRectF panel(0, item.top() + 0.8 * 0.15 * size.height(), 1.09 * size.width(),
-        0.81 * size.height());
+    const QRectF item(
+        centre.x() - size.width() / 2, centre.y() - size.height() / 2, size.width(), size.height());
+    QRectF panel(
+        0, item.top() + 0.8 * 0.15 * size.height(), 1.09 * size.width(), 0.81 * size.height());
     panel.moveLeft(centre.x() - panel.width() / 2);
     painter.fillRect(panel, withAlpha(tone.textBack, 0.3));
     painter.setPen(withAlpha(tone.text, 0.7));
@@ -92,7 +93,8 @@ public:
 
     void draw(const QString &folder, QLatin1StringView layer, double angleDegrees = 0.0)
     {
-        const QString path = m_root + "/themes/basic/"_L1 + folder + "/clock_"_L1 + layer + ".svg"_L1;
+        const QString path
+            = m_root + "/themes/basic/"_L1 + folder + "/clock_"_L1 + layer + ".svg"_L1;
         const QImage image = rasterised(path, m_sidePx);
         m_painter.save();
         m_painter.translate(m_sidePx / 2.0, m_sidePx / 2.0);
@@ -121,12 +123,12 @@ QImage transparent(int sidePx)
 const QList<ToneColours> &toneColours()
 {
     const auto dark = [](const QString &folder, QColor text) {
-        return ToneColours { folder, u"dark_gray"_s, text, QColor(0, 0, 0), QColor(230, 230, 230) };
+        return ToneColours{folder, u"dark_gray"_s, text, QColor(0, 0, 0), QColor(230, 230, 230)};
     };
     const auto light = [](const QString &folder, QColor text, QColor back) {
-        return ToneColours { folder, u"light_gray"_s, text, back, QColor(25, 25, 25) };
+        return ToneColours{folder, u"light_gray"_s, text, back, QColor(25, 25, 25)};
     };
-    static const QList<ToneColours> table {
+    static const QList<ToneColours> table{
         dark(u"dark_blue"_s, QColor(178, 178, 255)),
         dark(u"dark_red"_s, QColor(235, 178, 178)),
         dark(u"dark_green"_s, QColor(178, 235, 178)),
@@ -171,8 +173,8 @@ QImage clockPicture(const QString &root, const ToneColours &tone, const PictureO
         if (options.secondHand)
             layers.draw(tone.sharedFolder, "hand_second"_L1, seconds * 6 - 90);
     }
-    QImage picture = large.scaled(options.sidePx, options.sidePx, Qt::IgnoreAspectRatio,
-        Qt::SmoothTransformation);
+    QImage picture = large.scaled(
+        options.sidePx, options.sidePx, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     picture.setDotsPerMeterX(3780);
     picture.setDotsPerMeterY(3780);
     if (options.texts) {

@@ -38,7 +38,7 @@ Lab toLab(QColor colour)
     const double x = labCurve((0.4124564 * r + 0.3575761 * g + 0.1804375 * b) / 0.95047);
     const double y = labCurve(0.2126729 * r + 0.7151522 * g + 0.0721750 * b);
     const double z = labCurve((0.0193339 * r + 0.1191920 * g + 0.9503041 * b) / 1.08883);
-    return { 116 * y - 16, 500 * (x - y), 200 * (y - z) };
+    return {116 * y - 16, 500 * (x - y), 200 * (y - z)};
 }
 
 double hueDegrees(double a, double b)
@@ -56,15 +56,9 @@ double largeChroma(double chroma)
     return std::sqrt(power / (power + std::pow(25.0, 7)));
 }
 
-double cosDegrees(double degrees)
-{
-    return std::cos(degrees * radiansPerDegree);
-}
+double cosDegrees(double degrees) { return std::cos(degrees * radiansPerDegree); }
 
-double sinDegrees(double degrees)
-{
-    return std::sin(degrees * radiansPerDegree);
-}
+double sinDegrees(double degrees) { return std::sin(degrees * radiansPerDegree); }
 
 double meanHue(double h1, double h2)
 {
@@ -83,7 +77,7 @@ double hueStep(double h1, double h2)
 
 double contrast(QColor a, QColor b)
 {
-    const auto [low, high] = std::minmax({ luminance(a), luminance(b) });
+    const auto [low, high] = std::minmax({luminance(a), luminance(b)});
     return (high + 0.05) / (low + 0.05);
 }
 
@@ -94,7 +88,8 @@ double colourDifference(QColor first, QColor second)
 
 double colourDifference(const Lab &one, const Lab &two)
 {
-    const double g = 0.5 * (1 - largeChroma((std::hypot(one.a, one.b) + std::hypot(two.a, two.b)) / 2));
+    const double g
+        = 0.5 * (1 - largeChroma((std::hypot(one.a, one.b) + std::hypot(two.a, two.b)) / 2));
     const double a1 = one.a * (1 + g);
     const double a2 = two.a * (1 + g);
     const double c1 = std::hypot(a1, one.b);
@@ -120,9 +115,8 @@ double colourDifference(const Lab &one, const Lab &two)
 
 QColor blended(QColor colour, double alpha, QColor ground)
 {
-    const auto mix = [alpha](float over, float under) {
-        return float(over * alpha + under * (1 - alpha));
-    };
+    const auto mix
+        = [alpha](float over, float under) { return float(over * alpha + under * (1 - alpha)); };
     return QColor::fromRgbF(mix(colour.redF(), ground.redF()),
         mix(colour.greenF(), ground.greenF()), mix(colour.blueF(), ground.blueF()));
 }

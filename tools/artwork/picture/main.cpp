@@ -88,14 +88,16 @@ void printMeasures(const QString &root)
     QTextStream out(stdout);
     out.setRealNumberNotation(QTextStream::FixedNotation);
     out.setRealNumberPrecision(1);
-    for (bool background : { true, false }) {
+    for (bool background : {true, false}) {
         out << (background ? "With" : "Without")
             << " the face background\n\n"
-               "| tone | hands | second hand | marks | logo | time | date |\n|---|---|---|---|---|---|---|\n";
+               "| tone | hands | second hand | marks | logo | time | date "
+               "|\n|---|---|---|---|---|---|---|\n";
         for (const ToneColours &tone : toneColours()) {
             const ToneContrasts low = toneContrasts(root, tone, background);
             out << "| " << tone.folder << " | " << low.hands << " | " << low.accent << " | "
-                << low.marks << " | " << low.logo << " | " << low.time << " | " << low.date << " |\n";
+                << low.marks << " | " << low.logo << " | " << low.time << " | " << low.date
+                << " |\n";
         }
         out << "\n";
     }
@@ -122,18 +124,18 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOptions({
-        { u"root"_s, u"Tree that holds themes/basic."_s, u"folder"_s, u"."_s },
-        { u"tones"_s, u"Folders of tones, or all."_s, u"list"_s, u"all"_s },
-        { u"sides"_s, u"Sides in pixels."_s, u"list"_s, u"320"_s },
-        { u"times"_s, u"Times of day."_s, u"list"_s, u"10:08:42"_s },
-        { u"grounds"_s, u"Colours behind the clocks, in strips."_s, u"list"_s, u"#808080"_s },
-        { u"columns"_s, u"Pictures per row; 0 for one tone per row."_s, u"count"_s, u"0"_s },
-        { u"gap"_s, u"Free pixels between pictures."_s, u"pixels"_s, u"12"_s },
-        { u"no-texts"_s, u"Leave the texts out."_s },
-        { u"no-background"_s, u"Leave the face background out."_s },
-        { u"no-second"_s, u"Leave the second hand out."_s },
-        { u"am-pm"_s, u"Show the AM/PM tag."_s },
-        { u"measure"_s, u"Print contrasts and differences, write no picture."_s },
+        {u"root"_s, u"Tree that holds themes/basic."_s, u"folder"_s, u"."_s},
+        {u"tones"_s, u"Folders of tones, or all."_s, u"list"_s, u"all"_s},
+        {u"sides"_s, u"Sides in pixels."_s, u"list"_s, u"320"_s},
+        {u"times"_s, u"Times of day."_s, u"list"_s, u"10:08:42"_s},
+        {u"grounds"_s, u"Colours behind the clocks, in strips."_s, u"list"_s, u"#808080"_s},
+        {u"columns"_s, u"Pictures per row; 0 for one tone per row."_s, u"count"_s, u"0"_s},
+        {u"gap"_s, u"Free pixels between pictures."_s, u"pixels"_s, u"12"_s},
+        {u"no-texts"_s, u"Leave the texts out."_s},
+        {u"no-background"_s, u"Leave the face background out."_s},
+        {u"no-second"_s, u"Leave the second hand out."_s},
+        {u"am-pm"_s, u"Show the AM/PM tag."_s},
+        {u"measure"_s, u"Print contrasts and differences, write no picture."_s},
     });
     parser.addPositionalArgument(u"file"_s, u"The picture to write."_s);
     parser.process(application);
@@ -145,9 +147,9 @@ int main(int argc, char *argv[])
         parser.showHelp(1);
 
     const auto list = [&parser](const QString &name) { return parser.value(name).split(u','); };
-    Sheet sheet { list(u"tones"_s), list(u"sides"_s), list(u"times"_s), list(u"grounds"_s),
-        parser.value(u"columns"_s).toInt(), parser.value(u"gap"_s).toInt() };
-    if (sheet.tones == QStringList { u"all"_s }) {
+    Sheet sheet{list(u"tones"_s), list(u"sides"_s), list(u"times"_s), list(u"grounds"_s),
+        parser.value(u"columns"_s).toInt(), parser.value(u"gap"_s).toInt()};
+    if (sheet.tones == QStringList{u"all"_s}) {
         sheet.tones.clear();
         for (const ToneColours &tone : toneColours())
             sheet.tones += tone.folder;

@@ -21,11 +21,12 @@ constexpr double sweptRadius = 475.0 / 1024;
 
 QImage layer(const QString &root, const QString &folder, QLatin1StringView name, int sidePx)
 {
-    return rasterised(root + "/themes/basic/"_L1 + folder + "/clock_"_L1 + name + ".svg"_L1, sidePx);
+    return rasterised(
+        root + "/themes/basic/"_L1 + folder + "/clock_"_L1 + name + ".svg"_L1, sidePx);
 }
 
 /// Every colour that \a image shows where \a holds takes in; far fewer than it has pixels.
-template<typename Predicate> QSet<QRgb> coloursWhere(const QImage &image, Predicate holds)
+template <typename Predicate> QSet<QRgb> coloursWhere(const QImage &image, Predicate holds)
 {
     QSet<QRgb> result;
     const double side = image.width();
@@ -41,8 +42,8 @@ template<typename Predicate> QSet<QRgb> coloursWhere(const QImage &image, Predic
 
 double lowestWithin(const QImage &ground, const QList<QColor> &colours)
 {
-    const QSet<QRgb> pixels = coloursWhere(ground,
-        [](double x, double y) { return std::hypot(x - 0.5, y - 0.5) < sweptRadius; });
+    const QSet<QRgb> pixels = coloursWhere(
+        ground, [](double x, double y) { return std::hypot(x - 0.5, y - 0.5) < sweptRadius; });
     double result = 21;
     for (QRgb pixel : pixels) {
         for (QColor colour : colours)
@@ -51,8 +52,8 @@ double lowestWithin(const QImage &ground, const QList<QColor> &colours)
     return result;
 }
 
-double lowestOfText(const QImage &ground, QRectF area, QColor text, double alpha, QColor back,
-    double backAlpha)
+double lowestOfText(
+    const QImage &ground, QRectF area, QColor text, double alpha, QColor back, double backAlpha)
 {
     const QSet<QRgb> pixels
         = coloursWhere(ground, [area](double x, double y) { return area.contains(x, y); });
@@ -82,7 +83,7 @@ QList<QColor> markColours(const QImage &dial)
                 light = pixel;
         }
     }
-    return { dark, light };
+    return {dark, light};
 }
 
 } // namespace
@@ -95,15 +96,9 @@ QImage face(const QString &root, const ToneColours &tone, int sidePx, bool backg
     return image;
 }
 
-QRectF logoArea()
-{
-    return QRectF(0.5 - 0.17, 0.5 - 0.287 - 0.036, 0.34, 0.072);
-}
+QRectF logoArea() { return QRectF(0.5 - 0.17, 0.5 - 0.287 - 0.036, 0.34, 0.072); }
 
-QRectF timeArea()
-{
-    return QRectF(0.49 - 0.23, 0.68 - 0.05, 0.46, 0.10);
-}
+QRectF timeArea() { return QRectF(0.49 - 0.23, 0.68 - 0.05, 0.46, 0.10); }
 
 QRectF dateArea()
 {
@@ -111,13 +106,16 @@ QRectF dateArea()
     return QRectF(0.515 - 0.365, 0.37 - 0.053, 0.73, 0.106);
 }
 
+QRectF amPmArea() { return QRectF(0.68, 0.60, 0.14, 0.11); }
+
 QList<QColor> handColours(const QImage &hand, double from, double to)
 {
     const int middle = hand.height() / 2;
     const int first = middle + int(from * hand.width());
     const int last = middle + int(to * hand.width());
     QList<QColor> result;
-    for (const auto &[top, bottom] : { std::pair(0, middle - 1), std::pair(middle + 1, hand.height()) }) {
+    for (const auto &[top, bottom] :
+        {std::pair(0, middle - 1), std::pair(middle + 1, hand.height())}) {
         QImage half = hand.copy(first, top, last - first, bottom - top);
         for (int y = 0; y < half.height(); ++y) {
             for (int x = 0; x < half.width(); ++x) {
@@ -140,8 +138,8 @@ ToneContrasts toneContrasts(const QString &root, const ToneColours &tone, bool b
     ToneContrasts result;
     result.hands = lowestWithin(ground, hand("hand_hour"_L1, 0.25) + hand("hand_minute"_L1, 0.40));
     result.accent = lowestWithin(ground, hand("hand_second"_L1, 0.45));
-    result.marks = lowestWithin(
-        ground, markColours(layer(root, tone.sharedFolder, "dial"_L1, 1024)));
+    result.marks
+        = lowestWithin(ground, markColours(layer(root, tone.sharedFolder, "dial"_L1, 1024)));
     result.logo = lowestOfText(ground, logoArea(), tone.logo, 0.8, tone.textBack, 0);
     result.time = lowestOfText(ground, timeArea(), tone.text, 0.7, tone.textBack, 0.3);
     result.date = lowestOfText(ground, dateArea(), tone.text, 0.7, tone.textBack, 0.3);

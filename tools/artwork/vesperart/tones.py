@@ -42,7 +42,7 @@ class Family:
 
 DARK = Family(
     name="dark",
-    glow=0.064, fall=0.078, plate=-0.03,
+    glow=0.062, fall=0.078, plate=-0.03,
     bezel_lit=0.76, bezel_body=0.40, bezel_shade=0.23, bezel_rim=0.12, bezel_chroma=0.24,
     ring=("#000000", 0.16), hairline=("#ffffff", 0.13), shine=(0.9, 0.3), inset=0.55,
     track="#b4bac4", five="#e8ebf0",
@@ -96,10 +96,10 @@ class Tone:
 
 
 TONES = (
-    Tone("dark_blue", DARK, 0.295, 0.092, 262.0),
+    Tone("dark_blue", DARK, 0.287, 0.092, 262.0),
     Tone("dark_red", DARK, 0.298, 0.094, 19.0),
     Tone("dark_green", DARK, 0.310, 0.062, 160.0),
-    Tone("dark_yellow", DARK, 0.325, 0.064, 88.0),
+    Tone("dark_yellow", DARK, 0.311, 0.064, 88.0),
     Tone("dark_gray", DARK, 0.290, 0.005, 262.0),
     Tone("light_blue", LIGHT, 0.893, 0.056, 256.0),
     Tone("light_red", LIGHT, 0.897, 0.041, 18.0),
