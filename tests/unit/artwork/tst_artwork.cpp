@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 #include <QTest>
 #include <QXmlStreamReader>
+#include <QtMath>
 
 #include <cmath>
 
@@ -160,9 +161,9 @@ void TestArtwork::fileIsWellFormed()
     QFETCH(const QSize, viewBox);
     const QByteArray svg = contents(path);
     QVERIFY(!svg.isEmpty());
-    QVERIFY2(svg.size() < 12 * 1024, QByteArray::number(svg.size()));
+    QVERIFY2(svg.size() < qsizetype(12) * 1024, QByteArray::number(svg.size()));
     // Image plug-ins look for the element in the first bytes only.
-    QVERIFY(svg.first(512).contains("<svg"));
+    QVERIFY(svg.left(512).contains("<svg"));
     QVERIFY(svg.contains("SPDX-FileCopyrightText: ") && svg.contains("SPDX-License-Identifier: "));
 
     QXmlStreamReader reader(svg);
@@ -358,9 +359,10 @@ void TestArtwork::dialHasSixtyTicksAndStrongQuarters()
     // Alpha summed over a sector, between two radii.
     const auto ink = [&dial](double minute, double halfDegrees, double from, double to) {
         double sum = 0;
-        for (double degrees = -halfDegrees; degrees <= halfDegrees; degrees += 0.05) {
-            const double angle = (minute * 6 + degrees - 90) * M_PI / 180;
-            for (double radius = from; radius < to; radius += 0.5) {
+        for (int step = int(-halfDegrees * 20); step <= halfDegrees * 20; ++step) {
+            const double angle = qDegreesToRadians(minute * 6 + step / 20.0 - 90);
+            for (int half = int(2 * from); half < 2 * to; ++half) {
+                const double radius = half / 2.0;
                 const QPoint at(
                     int(512 + radius * std::cos(angle)), int(512 + radius * std::sin(angle)));
                 sum += qAlpha(dial.pixel(at));
