@@ -140,9 +140,8 @@ void TestArtworkRenderers::layersAreCheap()
     QFETCH(const QString, folder);
     QFETCH(const QString, shared);
     constexpr int sidePx = 960; // a clock of side 320 on a plain screen
-    // A build service's machine may be slower than the one whose budget is 25 ms; there the layers
-    // take 9 to 11 ms.
-    constexpr double budgetMs = 25 * 1.4;
+    // The budget is 25 ms, and an idle machine takes 9 to 11; a busy one under the sanitizers 31.
+    constexpr double budgetMs = 25 * 2;
     double totalMs = 0;
     for (const char *layer : {"base", "background"})
         totalMs
