@@ -8,6 +8,7 @@
 #include "app/vstranslator.h"
 #include "config/maker.h"
 #include "manager/vsmanager.h"
+#include "qml/vespermodule.h"
 
 #include <QtCore/qurl.h>
 #include <QtGui/qicon.h>
@@ -19,10 +20,6 @@
 #include <QtWidgets/qapplication.h>
 
 using namespace Qt::StringLiterals;
-
-// Named once, or the linker would drop the module from its static library. Declared by hand: the
-// module has no plug-in, whose macro would do it.
-extern void qml_register_types_vesper();
 
 namespace
 {
@@ -65,7 +62,7 @@ int runVesper(int &argc, char **argv)
     translator.loadSystemLanguage();
     const QString languageName = VsTranslator::systemLanguage();
 
-    qml_register_types_vesper();
+    registerVesperModule();
     QQmlApplicationEngine engine;
     engine.setImportPathList(engine.importPathList() + fallbackImportPaths());
     VsManager manager;

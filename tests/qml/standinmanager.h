@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtCore/qobject.h>
+#include <QtCore/qrect.h>
+#include <QtCore/qstringlist.h>
+#include <QtGui/qimage.h>
+#include <QtGui/qwindow.h>
+
+/// Stands in for the manager: the texts, signals and methods that the documents know of it, with a
+/// list of the calls instead of their effects. The real one acts on native windows.
+class StandInManager : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString timeText MEMBER timeText NOTIFY timeTextChanged)
+    Q_PROPERTY(QString dateText MEMBER dateText NOTIFY dateTextChanged)
+    Q_PROPERTY(QString amPmText MEMBER amPmText NOTIFY amPmTextChanged)
+
+public:
+    QString timeText, dateText, amPmText;
+    QStringList calls; ///< names of the methods called, the oldest first
+
+    /// Forgets and tells how often \a name was called.
+    int takeCalls(const QString &name)
+    {
+        const auto count = calls.count(name);
+        calls.removeAll(name);
+        return int(count);
+    }
+
+    Q_INVOKABLE void lazySaveConfig() { calls += QStringLiteral("lazySaveConfig"); }
+    Q_INVOKABLE void updateMask() { calls += QStringLiteral("updateMask"); }
+    Q_INVOKABLE void clearMask() { calls += QStringLiteral("clearMask"); }
+    Q_INVOKABLE bool isAvailableScreen(QPoint) { return true; }
+    Q_INVOKABLE QRect getCurrentScreenGeometory() { return {}; }
+    /// Like the real one.
+    Q_INVOKABLE bool isMouseInnerImage(QPoint mousePos, const QImage &image)
+    {
+        calls += QStringLiteral("isMouseInnerImage");
+        return image.valid(mousePos) && qAlpha(image.pixel(mousePos)) != 0;
+    }
+
+Q_SIGNALS:
+    void secondHandAngleChanged(double angle);
+    void minuteHandAngleChanged(double angle);
+    void hourHandAngleChanged(double angle);
+    void timeTextChanged(QString timeText);
+    void quitByQml();
+    void reqOpenMenu();
+    void dateTextChanged(QString dateText);
+    void amPmTextChanged(QString ampm);
+    void callJavaScriptGC();
+    void callJavaScriptUpdateMask();
+    void callJavaScriptResize(QSize size);
+    void callJavaScriptAutoResize(double dpi);
+    void windowMovingAnimationFinished(QWindow *window);
+};
