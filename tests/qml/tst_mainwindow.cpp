@@ -1,0 +1,244 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "tests/qml/documents.h"
+
+#include <QtCore/qpointer.h>
+#include <QtCore/qregularexpression.h>
+#include <QtTest/qsignalspy.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+class tst_MainWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void startsHiddenAndSquare();
+    void followsItsSettings();
+    void knowsTheObjects();
+    void worksWithoutObjects();
+    void holdsTheFace();
+    void resizeTakesTheWidth();
+    void autoResizeFollowsTheDpi_data();
+    void autoResizeFollowsTheDpi();
+    void autoResizePassesThroughOnePixelMore();
+    void correctsAspectRatio_data();
+    void correctsAspectRatio();
+    void asksTheManager_data();
+    void asksTheManager();
+    void updatesTheMaskOnRequest();
+    void collectsGarbageOnRequest();
+    void savesThroughTheDelayedSaveOnly();
+    void quitsOnRequest();
+
+private:
+    void load(Documents::Context context);
+    QObject *root() const { return m_root.get(); }
+
+    std::unique_ptr<Documents> m_documents;
+    std::unique_ptr<QObject> m_root;
+    QQuickWindow *m_window = nullptr; // the root
+};
+
+void tst_MainWindow::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".?"_s));
+    load(Documents::AllObjects);
+}
+
+void tst_MainWindow::load(Documents::Context context)
+{
+    cleanup();
+    m_documents = std::make_unique<Documents>(context);
+    m_root = m_documents->create(u"main.qml"_s);
+    m_window = qobject_cast<QQuickWindow *>(m_root.get());
+    QVERIFY(m_window);
+}
+
+void tst_MainWindow::cleanup()
+{
+    m_root.reset();
+    m_documents.reset();
+}
+
+void tst_MainWindow::startsHiddenAndSquare()
+{
+    QVERIFY(!m_window->isVisible());
+    QCOMPARE(m_window->size(), QSize(320, 320));
+    QCOMPARE(m_window->flags() & ~Qt::WindowType_Mask,
+        Qt::FramelessWindowHint | Qt::CustomizeWindowHint);
+    QCOMPARE(m_window->title(), u"Vesper"_s);
+    QCOMPARE(m_window->opacity(), 1.0);
+    QCOMPARE(m_window->color(), QColor(Qt::transparent));
+    QCOMPARE(root()->property("limitMin").toReal(), 72.0);
+    QCOMPARE(root()->property("limitMax").toReal(), 7680.0);
+}
+
+void tst_MainWindow::followsItsSettings()
+{
+    m_documents->config.setOpacity(0.5);
+    QCOMPARE(m_window->opacity(), 0.5);
+    m_documents->config.setResizeEnabled(true);
+    QCOMPARE(m_window->color().rgba(), QColor::fromRgbF(0, 0, 0, 0.3f).rgba());
+    m_documents->config.setResizeEnabled(false);
+    QCOMPARE(m_window->color(), QColor(Qt::transparent));
+}
+
+void tst_MainWindow::knowsTheObjects()
+{
+    QCOMPARE(root()->property("cfg").value<QObject *>(), &m_documents->config);
+    QCOMPARE(root()->property("mgr").value<QObject *>(), &m_documents->manager);
+    QCOMPARE(root()->property("tme").value<QObject *>(), &m_documents->theme);
+}
+
+void tst_MainWindow::worksWithoutObjects()
+{
+    load(Documents::NoObjects);
+    QCOMPARE(m_window->opacity(), 1.0);
+    QCOMPARE(m_window->color(), QColor(Qt::transparent));
+    m_window->show();
+    m_window->resize(300, 200);
+    for (const auto *function :
+        {"saveConfig", "lazySaveConfig", "updateMask", "clearMask", "correctAspectRatio"})
+        QVERIFY(QMetaObject::invokeMethod(root(), function));
+    QVERIFY(QMetaObject::invokeMethod(root(), "resize", QSizeF(100, 100)));
+    QVERIFY(QMetaObject::invokeMethod(root(), "autoResize", 144.0));
+    QCOMPARE(m_window->size(), QSize(300, 200));
+}
+
+void tst_MainWindow::holdsTheFace()
+{
+    const auto isLoader = [](const QQuickItem *item) { return item->inherits("QQuickLoader"); };
+    const auto children = m_window->contentItem()->childItems();
+    const auto loader = std::find_if(children.begin(), children.end(), isLoader);
+    QVERIFY(loader != children.end());
+    QCOMPARE(
+        (*loader)->property("source").toUrl(), QUrl(u"qrc:/qt/qml/vesper/qml/BasicClock.qml"_s));
+    const QQuickItem *face = (*loader)->property("item").value<QQuickItem *>();
+    QVERIFY(face);
+    m_window->show();
+    for (const int side : {320, 400}) {
+        m_window->resize(side, side);
+        QTRY_COMPARE(face->size(), QSizeF(side, side));
+    }
+}
+
+void tst_MainWindow::resizeTakesTheWidth()
+{
+    Q_EMIT m_documents->manager.callJavaScriptResize({200, 500});
+    QCOMPARE(m_window->size(), QSize(200, 200));
+    QCOMPARE(m_documents->manager.calls, QStringList{u"updateMask"_s});
+}
+
+void tst_MainWindow::autoResizeFollowsTheDpi_data()
+{
+    QTest::addColumn<double>("dpi");
+    QTest::addColumn<int>("side");
+    QTest::newRow("grows") << 144.0 << 480;
+    QTest::newRow("shrinks") << 48.0 << 160;
+    QTest::newRow("stays") << 96.0 << 320;
+    QTest::newRow("cut toward zero") << 96.2 << 320; // 320.67
+    QTest::newRow("no lower limit") << 12.0 << 40;
+}
+
+void tst_MainWindow::autoResizeFollowsTheDpi()
+{
+    QFETCH(double, dpi);
+    QFETCH(int, side);
+    Q_EMIT m_documents->manager.callJavaScriptAutoResize(dpi);
+    QCOMPARE(m_window->size(), QSize(side, side));
+    QCOMPARE(m_documents->manager.calls, (QStringList{u"clearMask"_s, u"updateMask"_s}));
+}
+
+void tst_MainWindow::autoResizePassesThroughOnePixelMore()
+{
+    QList<int> widths;
+    connect(m_window, &QWindow::widthChanged, this, [&widths](int width) { widths += width; });
+    Q_EMIT m_documents->manager.callJavaScriptAutoResize(144);
+    QCOMPARE(widths, (QList<int>{481, 480}));
+    widths.clear();
+    Q_EMIT m_documents->manager.callJavaScriptAutoResize(96); // a real change of size all the same
+    QCOMPARE(widths, (QList<int>{481, 480}));
+}
+
+void tst_MainWindow::correctsAspectRatio_data()
+{
+    QTest::addColumn<QSize>("before");
+    QTest::addColumn<int>("side");
+    QTest::newRow("mean") << QSize(300, 200) << 250;
+    QTest::newRow("half cut off") << QSize(301, 200) << 250;
+    QTest::newRow("clamped first") << QSize(50, 100) << 86;
+    QTest::newRow("clamped above") << QSize(8000, 7000) << 7340;
+}
+
+void tst_MainWindow::correctsAspectRatio()
+{
+    QFETCH(QSize, before);
+    QFETCH(int, side);
+    m_window->resize(before);
+    QVERIFY(QMetaObject::invokeMethod(root(), "correctAspectRatio"));
+    QCOMPARE(m_window->size(), QSize(side, side));
+    QCOMPARE(m_documents->manager.takeCalls(u"updateMask"_s), 1);
+
+    QVERIFY(QMetaObject::invokeMethod(root(), "correctAspectRatio")); // square already
+    QCOMPARE(m_documents->manager.calls, QStringList());
+}
+
+void tst_MainWindow::asksTheManager_data()
+{
+    QTest::addColumn<QString>("function");
+    for (const auto *function : {"lazySaveConfig", "updateMask", "clearMask"})
+        QTest::newRow(function) << QString::fromLatin1(function);
+}
+
+void tst_MainWindow::asksTheManager()
+{
+    QFETCH(QString, function);
+    QVERIFY(QMetaObject::invokeMethod(root(), function.toLatin1().constData()));
+    QCOMPARE(m_documents->manager.calls, QStringList{function});
+}
+
+void tst_MainWindow::updatesTheMaskOnRequest()
+{
+    Q_EMIT m_documents->manager.callJavaScriptUpdateMask();
+    QCOMPARE(m_documents->manager.calls, QStringList{u"updateMask"_s});
+}
+
+void tst_MainWindow::collectsGarbageOnRequest()
+{
+    QJSEngine &engine = m_documents->engine;
+    // An object that scripts own goes with the first collection after its last use.
+    QPointer<QObject> garbage(new QObject);
+    {
+        const QJSValue value = engine.newQObject(garbage);
+        QJSEngine::setObjectOwnership(garbage, QJSEngine::JavaScriptOwnership);
+    }
+    Q_EMIT m_documents->manager.callJavaScriptGC();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QTRY_VERIFY(!garbage);
+}
+
+// The function asks for a method that the manager does not have: meant so, and called by nobody.
+void tst_MainWindow::savesThroughTheDelayedSaveOnly()
+{
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"seveConfig.*is not a function"_s));
+    QMetaObject::invokeMethod(root(), "saveConfig");
+    QCOMPARE(m_documents->manager.calls, QStringList());
+}
+
+void tst_MainWindow::quitsOnRequest()
+{
+    QSignalSpy quit(&m_documents->engine, &QQmlEngine::quit);
+    Q_EMIT m_documents->manager.quitByQml();
+    QCOMPARE(quit.size(), 1);
+}
+
+int main(int argc, char **argv) { return runQmlTest<tst_MainWindow>(argc, argv); }
+
+#include "tst_mainwindow.moc"
