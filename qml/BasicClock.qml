@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Window
 
@@ -8,9 +10,12 @@ import QtQuick.Window
 Rectangle {
     id: root
 
+    // The objects that the program gives every document; a document must do without them, too.
+    // qmllint disable unqualified
     property var cfg: typeof config === "undefined" ? null : config
     property var mgr: typeof manager === "undefined" ? null : manager
     property var tme: typeof theme === "undefined" ? null : theme
+    // qmllint enable unqualified
 
     property bool imageCache: false
     property bool imageMipmap: true
@@ -52,6 +57,14 @@ Rectangle {
         cache: root.imageCache
         mipmap: root.imageMipmap
         sourceSize: Qt.size(sourceSide, sourceSide)
+        retainWhileLoading: true
+
+        // The first picture is there before the first frame. Every later one is drawn aside, while the
+        // one before it stays: a change of size waits for nothing.
+        onStatusChanged: {
+            if (status === Image.Ready)
+                asynchronous = true;
+        }
     }
 
     // Stands at three o'clock until the manager tells its first angle.

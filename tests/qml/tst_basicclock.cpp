@@ -7,6 +7,8 @@
 #include <QtGui/qfontmetrics.h>
 #include <QtGui/qscreen.h>
 
+#include <private/qquickimagebase_p.h>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -101,6 +103,9 @@ private Q_SLOTS:
     void imagesHaveTheirSource_data();
     void imagesHaveTheirSource();
     void imagesFollowTheTone();
+    void firstPictureIsThereAtOnce();
+    void laterPicturesComeAside_data();
+    void laterPicturesComeAside();
     void imagesRasteriseAtTheirSize_data();
     void imagesRasteriseAtTheirSize();
     void imagesKeepTheirOpacity_data();
@@ -230,6 +235,42 @@ void tst_BasicClock::imagesFollowTheTone()
     for (const ImageRow &row : imageRows) {
         const QString source = layer(row.layer)->property("source").toUrl().toString();
         QVERIFY2(source.startsWith("qrc:/themes/basic/light_"_L1), qPrintable(source));
+    }
+}
+
+// No event loop has run since the face was made.
+void tst_BasicClock::firstPictureIsThereAtOnce()
+{
+    for (const ImageRow &row : imageRows) {
+        const auto *image = qobject_cast<QQuickImageBase *>(layer(row.layer));
+        QVERIFY(!image->image().isNull());
+    }
+}
+
+void tst_BasicClock::laterPicturesComeAside_data()
+{
+    QTest::addColumn<qreal>("width");
+    QTest::addColumn<QString>("tone");
+    QTest::newRow("other size") << 100.0 << u"DarkBlue"_s;
+    QTest::newRow("other tone") << side << u"LightGreen"_s;
+}
+
+void tst_BasicClock::laterPicturesComeAside()
+{
+    QFETCH(qreal, width);
+    QFETCH(QString, tone);
+    m_view->contentItem()->setWidth(width);
+    m_documents->theme.changeColorTone(u"Basic"_s, tone);
+    for (const ImageRow &row : imageRows) {
+        const auto *image = qobject_cast<QQuickImageBase *>(layer(row.layer));
+        QCOMPARE(image->status(), QQuickImageBase::Loading);
+        QVERIFY(!image->image().isNull());
+    }
+    for (const ImageRow &row : imageRows) {
+        const auto *image = qobject_cast<QQuickImageBase *>(layer(row.layer));
+        QTRY_COMPARE(image->status(), QQuickImageBase::Ready);
+        const qreal ratio = m_view->devicePixelRatio();
+        QCOMPARE(image->image().width(), int(image->sourceSize().width() * ratio));
     }
 }
 

@@ -7,6 +7,8 @@
 #include <QtCore/qregularexpression.h>
 #include <QtTest/qsignalspy.h>
 
+#include <private/qquickimagebase_p.h>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +26,7 @@ private Q_SLOTS:
     void knowsTheObjects();
     void worksWithoutObjects();
     void holdsTheFace();
+    void everyFrameHasAllPictures();
     void resizeTakesTheWidth();
     void autoResizeFollowsTheDpi_data();
     void autoResizeFollowsTheDpi();
@@ -39,6 +42,7 @@ private Q_SLOTS:
 
 private:
     void load(Documents::Context context);
+    QQuickItem *face() const;
     QObject *root() const { return m_root.get(); }
 
     std::unique_ptr<Documents> m_documents;
@@ -114,19 +118,59 @@ void tst_MainWindow::worksWithoutObjects()
 
 void tst_MainWindow::holdsTheFace()
 {
-    const auto isLoader = [](const QQuickItem *item) { return item->inherits("QQuickLoader"); };
-    const auto children = m_window->contentItem()->childItems();
-    const auto loader = std::find_if(children.begin(), children.end(), isLoader);
-    QVERIFY(loader != children.end());
-    QCOMPARE(
-        (*loader)->property("source").toUrl(), QUrl(u"qrc:/qt/qml/vesper/qml/BasicClock.qml"_s));
-    const QQuickItem *face = (*loader)->property("item").value<QQuickItem *>();
+    const QQuickItem *face = this->face();
     QVERIFY(face);
     m_window->show();
     for (const int side : {320, 400}) {
         m_window->resize(side, side);
         QTRY_COMPARE(face->size(), QSizeF(side, side));
     }
+}
+
+void tst_MainWindow::everyFrameHasAllPictures()
+{
+    QList<QQuickImageBase *> images;
+    for (QQuickItem *item : face()->childItems()) {
+        if (auto *image = qobject_cast<QQuickImageBase *>(item))
+            images += image;
+    }
+    QCOMPARE(images.size(), 6);
+    int frames = 0;
+    int framesWhileLoading = 0;
+    int gaps = 0;
+    connect(m_window, &QQuickWindow::afterSynchronizing, this, [&] {
+        ++frames;
+        for (const QQuickImageBase *image : std::as_const(images)) {
+            framesWhileLoading += image->status() == QQuickImageBase::Loading;
+            gaps += image->image().isNull();
+        }
+    });
+    m_window->show();
+    QTRY_VERIFY(frames > 0);
+    for (int step = 1; step <= 20; ++step) {
+        const int before = frames;
+        m_window->resize(320 + step, 320 + step);
+        if (step % 5 == 0)
+            m_documents->theme.changeColorTone(
+                u"Basic"_s, step % 2 ? u"DarkRed"_s : u"LightBlue"_s);
+        QTRY_VERIFY(frames > before);
+    }
+    QCOMPARE(gaps, 0);
+    QVERIFY(framesWhileLoading > 0); // or nothing would have been seen here
+}
+
+// The item of the window's loader.
+QQuickItem *tst_MainWindow::face() const
+{
+    const auto isLoader = [](const QQuickItem *item) { return item->inherits("QQuickLoader"); };
+    const auto children = m_window->contentItem()->childItems();
+    const auto loader = std::find_if(children.begin(), children.end(), isLoader);
+    if (loader == children.end())
+        return nullptr;
+    const QUrl source = (*loader)->property("source").toUrl();
+    if (source != QUrl(u"qrc:/qt/qml/vesper/qml/BasicClock.qml"_s))
+        return nullptr;
+    return (*loader)->property("item").value<QQuickItem *>();
 }
 
 void tst_MainWindow::resizeTakesTheWidth()
