@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "tests/desktop/runningclock.h"
+
+#include "config/maker.h"
+
+#include <QtCore/qdir.h>
+#include <QtCore/qelapsedtimer.h>
+#include <QtCore/qfile.h>
+#include <QtCore/qjsondocument.h>
+#include <QtGui/qguiapplication.h>
+#include <QtGui/qpixmap.h>
+#include <QtGui/qscreen.h>
+#include <QtTest/qtestsystem.h>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int limitMs = 30'000; // for a machine that has more to do
+constexpr int pollMs = 20;
+constexpr int endMs = 5'000;
+
+QProcessEnvironment environmentIn(const ClockHome &home, const QMap<QString, QString> &additions)
+{
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"HOME"_s, home.path());
+    for (const QString &name : {u"XDG_DATA_HOME"_s, u"XDG_CONFIG_HOME"_s, u"XDG_CACHE_HOME"_s,
+             u"LANGUAGE"_s, u"LC_ALL"_s, u"LC_TIME"_s, u"LC_MESSAGES"_s})
+        environment.remove(name);
+    environment.insert(u"LANG"_s, u"C.UTF-8"_s);
+    environment.insert(u"TZ"_s, u"UTC"_s);
+    for (const auto &[name, value] : additions.asKeyValueRange()) {
+        if (value.isEmpty())
+            environment.remove(name);
+        else
+            environment.insert(name, value);
+    }
+    return environment;
+}
+
+QMap<QString, QString> fakeTime(const QString &time)
+{
+    // By hand and not by the faketime command, which would stand between the test and the program.
+    return {
+        {u"LD_PRELOAD"_s, u"/usr/$LIB/faketime/libfaketime.so.1"_s}, {u"FAKETIME"_s, time},
+        {u"FAKETIME_DONT_FAKE_MONOTONIC"_s, u"1"_s}, // timers run by the real time
+        {u"NO_FAKE_STAT"_s, u"1"_s},
+        {u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s}, // it comes behind the library above
+    };
+}
+
+} // namespace
+
+QString ClockHome::makerFolder() const
+{
+    return path() + u"/.local/share/"_s + Maker::organizationDomain;
+}
+
+QString ClockHome::settingsFolder() const { return makerFolder() + u"/Vesper"_s; }
+
+bool ClockHome::writeSettings(const QJsonObject &settings) const
+{
+    QFile file(settingsFolder() + u"/config.json"_s);
+    return QDir().mkpath(settingsFolder()) && file.open(QFile::WriteOnly)
+        && file.write(QJsonDocument(settings).toJson()) > 0;
+}
+
+QMap<QString, QString> timeStandingAt(const QString &dateTime) { return fakeTime(dateTime); }
+
+QMap<QString, QString> timeRunningFrom(const QDateTime &start)
+{
+    // As a difference: a local time can mean two instants.
+    const double seconds = double(QDateTime::currentDateTimeUtc().msecsTo(start)) / 1000.0;
+    return fakeTime((seconds < 0 ? u""_s : u"+"_s) + QString::number(seconds, 'f', 3));
+}
+
+RunningClock::RunningClock(const ClockHome &home, const ClockStart &start)
+{
+    m_process.setProcessEnvironment(environmentIn(home, start.environment));
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    m_process.start(start.program, start.arguments);
+}
+
+RunningClock::~RunningClock()
+{
+    if (m_process.state() == QProcess::NotRunning)
+        return;
+    m_process.terminate();
+    if (!m_process.waitForFinished(endMs)) {
+        m_process.kill();
+        m_process.waitForFinished(endMs);
+    }
+}
+
+bool RunningClock::waitForWindow()
+{
+    const auto isPainted = [this] {
+        if (!m_window)
+            m_window = XWindow::ofProcess(m_process.processId());
+        if (!m_window || !m_window.isMapped())
+            return false;
+        // The wallpaper is one plain colour, so whatever differs from its pixel is painted.
+        const QImage here = picture();
+        QImage bare(here.size(), here.format());
+        bare.fill(screenPicture(QRect(0, 0, 1, 1)).pixelColor(0, 0));
+        return here != bare;
+    };
+    return QTest::qWaitFor(isPainted, limitMs) && m_process.state() == QProcess::Running;
+}
+
+std::optional<int> RunningClock::waitForExit()
+{
+    if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(limitMs))
+        return std::nullopt;
+    if (m_process.error() == QProcess::FailedToStart
+        || m_process.exitStatus() != QProcess::NormalExit)
+        return std::nullopt;
+    return m_process.exitCode();
+}
+
+qint64 RunningClock::processorTimeMs() const
+{
+    QFile file(u"/proc/%1/stat"_s.arg(pid()));
+    if (!file.open(QFile::ReadOnly))
+        return 0;
+    // proc(5): utime and stime are fields 14 and 15, and the second field ends with the last ')'.
+    const QByteArray line = file.readAll();
+    const QByteArrayList fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+    return (fields.value(11).toLongLong() + fields.value(12).toLongLong()) * 1000
+        / sysconf(_SC_CLK_TCK);
+}
+
+QImage RunningClock::picture() const { return screenPicture(m_window.geometry()); }
+
+QImage RunningClock::stillPicture() const
+{
+    constexpr int stillMs = 300;
+    QImage last = picture();
+    QElapsedTimer still, total;
+    still.start();
+    total.start();
+    while (still.elapsed() < stillMs) {
+        if (total.elapsed() > limitMs)
+            return {};
+        QTest::qWait(pollMs);
+        if (QImage next = picture(); next != last) {
+            last = next;
+            still.restart();
+        }
+    }
+    return last;
+}
+
+QImage screenPicture(QRect rectangle)
+{
+    return QGuiApplication::primaryScreen()
+        ->grabWindow(0, rectangle.x(), rectangle.y(), rectangle.width(), rectangle.height())
+        .toImage()
+        .convertToFormat(QImage::Format_RGB32);
+}

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "tests/desktop/xwindow.h"
+
+#include <QtCore/qdatetime.h>
+#include <QtCore/qjsonobject.h>
+#include <QtCore/qmap.h>
+#include <QtCore/qprocess.h>
+#include <QtCore/qstringlist.h>
+#include <QtCore/qtemporarydir.h>
+#include <QtGui/qimage.h>
+
+#include <optional>
+
+/// A home folder for the clock under test; gone with the object.
+class ClockHome
+{
+public:
+    QString path() const { return m_folder.path(); }
+    /// The folder of the maker, which holds that of the settings.
+    QString makerFolder() const;
+    QString settingsFolder() const;
+    /// Writes the configuration file; what \a settings does not name gets its default at start.
+    bool writeSettings(const QJsonObject &settings) const;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// What a clock is started with beside its home.
+struct ClockStart {
+    QStringList arguments = {};
+    /// Added to the environment of the test; an empty value takes a variable away.
+    QMap<QString, QString> environment = {};
+    QString program = QStringLiteral(VESPER_PROGRAM);
+};
+
+/// An environment in which the time stands still at \a dateTime, for example 2026-11-15 10:08:42.
+QMap<QString, QString> timeStandingAt(const QString &dateTime);
+/// An environment in which it is \a start at this moment, and time goes on from there.
+QMap<QString, QString> timeRunningFrom(const QDateTime &start);
+
+/// The built program as a process of its own. The destructor ends it.
+class RunningClock
+{
+public:
+    explicit RunningClock(const ClockHome &home, const ClockStart &start = {});
+    Q_DISABLE_COPY_MOVE(RunningClock)
+    ~RunningClock();
+
+    /// Waits until the clock window is on the screen and painted. False if that never happens.
+    [[nodiscard]] bool waitForWindow();
+    /// Waits until the program ends by itself and returns its exit code; none if it goes on or
+    /// crashes.
+    [[nodiscard]] std::optional<int> waitForExit();
+
+    XWindow window() const { return m_window; }
+    qint64 pid() const { return m_process.processId(); }
+    /// Everything that the program has written so far.
+    QByteArray output() { return m_output += m_process.readAll(); }
+    /// Processor time that the program has used, in ms.
+    qint64 processorTimeMs() const;
+    /// The screen at the place of the window.
+    QImage picture() const;
+    /// The same, when it no longer changes: of a clock that stands still. Null if it goes on
+    /// changing.
+    QImage stillPicture() const;
+
+private:
+    QProcess m_process;
+    XWindow m_window;
+    QByteArray m_output;
+};
+
+/// A part of the screen, in pixels of the screen.
+QImage screenPicture(QRect rectangle);

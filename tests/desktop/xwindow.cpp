@@ -1,0 +1,265 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "tests/desktop/xwindow.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+#include <xcb/xcb_ewmh.h>
+
+namespace
+{
+
+struct FreeDeleter {
+    void operator()(void *reply) const { std::free(reply); } // xcb hands out memory of malloc
+};
+template <typename Reply> using Owned = std::unique_ptr<Reply, FreeDeleter>;
+
+// A connection beside Qt's, so that no question depends on what Qt knows or has flushed.
+struct Server {
+    xcb_connection_t *xcb = xcb_connect(nullptr, nullptr);
+    xcb_ewmh_connection_t ewmh = {};
+
+    Server()
+    {
+        if (!xcb_ewmh_init_atoms_replies(&ewmh, xcb_ewmh_init_atoms(xcb, &ewmh), nullptr))
+            qFatal("no X server");
+    }
+    Q_DISABLE_COPY_MOVE(Server)
+    ~Server()
+    {
+        xcb_ewmh_connection_wipe(&ewmh);
+        xcb_disconnect(xcb);
+    }
+
+    xcb_window_t root() { return ewmh.screens[0]->root; }
+};
+
+Server &server()
+{
+    static Server instance;
+    return instance;
+}
+
+xcb_atom_t atomOf(const QByteArray &name)
+{
+    auto *xcb = server().xcb;
+    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        xcb, xcb_intern_atom(xcb, 0, uint16_t(name.size()), name.constData()), nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+QByteArray nameOf(xcb_atom_t atom)
+{
+    auto *xcb = server().xcb;
+    const Owned<xcb_get_atom_name_reply_t> reply(
+        xcb_get_atom_name_reply(xcb, xcb_get_atom_name(xcb, atom), nullptr));
+    return reply ? QByteArray(xcb_get_atom_name_name(reply.get()),
+                       xcb_get_atom_name_name_length(reply.get()))
+                 : QByteArray();
+}
+
+Owned<xcb_get_property_reply_t> propertyOf(uint32_t window, const QByteArray &name)
+{
+    auto *xcb = server().xcb;
+    constexpr uint32_t maximumLength = 1024;
+    return Owned<xcb_get_property_reply_t>(xcb_get_property_reply(xcb,
+        xcb_get_property(xcb, 0, window, atomOf(name), XCB_GET_PROPERTY_TYPE_ANY, 0, maximumLength),
+        nullptr));
+}
+
+// The window under \a point among the children of \a parent.
+xcb_window_t childAt(xcb_window_t parent, QPoint point)
+{
+    auto *xcb = server().xcb;
+    const Owned<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(xcb,
+        xcb_translate_coordinates(
+            xcb, server().root(), parent, int16_t(point.x()), int16_t(point.y())),
+        nullptr));
+    return reply ? reply->child : xcb_window_t(XCB_WINDOW_NONE);
+}
+
+} // namespace
+
+QList<XWindow> XWindow::clients()
+{
+    QList<XWindow> result;
+    auto &ewmh = server().ewmh;
+    xcb_ewmh_get_windows_reply_t reply;
+    if (xcb_ewmh_get_client_list_stacking_reply(
+            &ewmh, xcb_ewmh_get_client_list_stacking(&ewmh, 0), &reply, nullptr)) {
+        for (uint32_t i = 0; i < reply.windows_len; ++i)
+            result.append(XWindow(reply.windows[i]));
+        xcb_ewmh_get_windows_reply_wipe(&reply);
+    }
+    return result;
+}
+
+XWindow XWindow::ofProcess(qint64 pid)
+{
+    auto &ewmh = server().ewmh;
+    QList<XWindow> found;
+    for (const XWindow client : clients()) {
+        uint32_t owner = 0;
+        if (xcb_ewmh_get_wm_pid_reply(
+                &ewmh, xcb_ewmh_get_wm_pid(&ewmh, client.m_id), &owner, nullptr)
+            && owner == pid)
+            found.append(client);
+    }
+    return found.size() == 1 ? found.first() : XWindow();
+}
+
+XWindow XWindow::active()
+{
+    auto &ewmh = server().ewmh;
+    xcb_window_t window = XCB_WINDOW_NONE;
+    xcb_ewmh_get_active_window_reply(&ewmh, xcb_ewmh_get_active_window(&ewmh, 0), &window, nullptr);
+    return XWindow(window);
+}
+
+XWindow XWindow::under(QPoint point)
+{
+    // A window manager may have put the client into a frame, so the way down is searched.
+    const QList<XWindow> all = clients();
+    xcb_window_t window = childAt(server().root(), point);
+    while (window != XCB_WINDOW_NONE && !all.contains(XWindow(window)))
+        window = childAt(window, point);
+    return XWindow(window);
+}
+
+bool XWindow::isMapped() const
+{
+    auto *xcb = server().xcb;
+    const Owned<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, m_id), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+QRect XWindow::geometry() const
+{
+    auto *xcb = server().xcb;
+    const auto sizeCookie = xcb_get_geometry(xcb, m_id);
+    const auto placeCookie = xcb_translate_coordinates(xcb, m_id, server().root(), 0, 0);
+    const Owned<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(xcb, sizeCookie, nullptr));
+    const Owned<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(xcb, placeCookie, nullptr));
+    return size && place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
+}
+
+QByteArrayList XWindow::classNames() const
+{
+    QByteArrayList names = text("WM_CLASS").split('\0');
+    if (names.last().isEmpty())
+        names.removeLast(); // each name ends with a zero
+    return names;
+}
+
+QByteArray XWindow::text(const QByteArray &property) const
+{
+    const auto reply = propertyOf(m_id, property);
+    return reply ? QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                       xcb_get_property_value_length(reply.get()))
+                 : QByteArray();
+}
+
+QList<QImage> XWindow::icons() const
+{
+    QList<QImage> result;
+    auto &ewmh = server().ewmh;
+    xcb_ewmh_get_wm_icon_reply_t reply;
+    if (!xcb_ewmh_get_wm_icon_reply(&ewmh, xcb_ewmh_get_wm_icon(&ewmh, m_id), &reply, nullptr))
+        return result;
+    for (auto icon = xcb_ewmh_get_wm_icon_iterator(&reply); icon.rem > 0;
+        xcb_ewmh_get_wm_icon_next(&icon)) {
+        const QImage view(reinterpret_cast<const uchar *>(icon.data), int(icon.width),
+            int(icon.height), QImage::Format_ARGB32);
+        result.append(view.copy());
+    }
+    xcb_ewmh_get_wm_icon_reply_wipe(&reply);
+    return result;
+}
+
+QByteArrayList XWindow::states() const
+{
+    QByteArrayList names;
+    auto &ewmh = server().ewmh;
+    xcb_ewmh_get_atoms_reply_t reply;
+    if (xcb_ewmh_get_wm_state_reply(&ewmh, xcb_ewmh_get_wm_state(&ewmh, m_id), &reply, nullptr)) {
+        for (uint32_t i = 0; i < reply.atoms_len; ++i)
+            names.append(nameOf(reply.atoms[i]).replace("_NET_WM_STATE_", ""));
+        xcb_ewmh_get_atoms_reply_wipe(&reply);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+bool XWindow::isOnAllDesktops() const
+{
+    constexpr uint32_t allDesktops = 0xFFFFFFFF; // EWMH, _NET_WM_DESKTOP
+    auto &ewmh = server().ewmh;
+    uint32_t desktop = 0;
+    return xcb_ewmh_get_wm_desktop_reply(
+               &ewmh, xcb_ewmh_get_wm_desktop(&ewmh, m_id), &desktop, nullptr)
+        && desktop == allDesktops;
+}
+
+bool XWindow::wantsNoFocus() const
+{
+    // EWMH, _NET_WM_USER_TIME: zero says so.
+    const auto reply = propertyOf(m_id, "_NET_WM_USER_TIME");
+    return reply && xcb_get_property_value_length(reply.get()) == int(sizeof(uint32_t))
+        && *static_cast<const uint32_t *>(xcb_get_property_value(reply.get())) == 0;
+}
+
+bool XWindow::isShaped() const
+{
+    auto *xcb = server().xcb;
+    const Owned<xcb_shape_query_extents_reply_t> reply(
+        xcb_shape_query_extents_reply(xcb, xcb_shape_query_extents(xcb, m_id), nullptr));
+    return reply && reply->bounding_shaped;
+}
+
+QRegion XWindow::shape() const { return region(XCB_SHAPE_SK_BOUNDING); }
+
+QRegion XWindow::inputShape() const { return region(XCB_SHAPE_SK_INPUT); }
+
+QRegion XWindow::region(int kind) const
+{
+    auto *xcb = server().xcb;
+    const Owned<xcb_shape_get_rectangles_reply_t> reply(xcb_shape_get_rectangles_reply(
+        xcb, xcb_shape_get_rectangles(xcb, m_id, xcb_shape_kind_t(kind)), nullptr));
+    QRegion result;
+    if (reply) {
+        const xcb_rectangle_t *const rectangles = xcb_shape_get_rectangles_rectangles(reply.get());
+        for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(reply.get()); ++i)
+            result += QRect(
+                rectangles[i].x, rectangles[i].y, rectangles[i].width, rectangles[i].height);
+    }
+    return result;
+}
+
+XWindowWatch::XWindowWatch()
+    : m_xcb(xcb_connect(nullptr, nullptr))
+{
+    const uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_xcb, server().root(), XCB_CW_EVENT_MASK, &events);
+    xcb_flush(m_xcb);
+    mappedWindows(); // waits for the server
+}
+
+XWindowWatch::~XWindowWatch() { xcb_disconnect(m_xcb); }
+
+int XWindowWatch::mappedWindows() const
+{
+    // Whatever has happened has been sent when the server answers this.
+    const Owned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_xcb, xcb_get_input_focus(m_xcb), nullptr));
+    constexpr int sentByAClient = 0x80;
+    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_xcb)})
+        m_mapped += (event->response_type & ~sentByAClient) == XCB_MAP_NOTIFY;
+    return m_mapped;
+}
