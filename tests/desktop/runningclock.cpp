@@ -43,11 +43,12 @@ QProcessEnvironment environmentIn(const ClockHome &home, const QMap<QString, QSt
     return environment;
 }
 
-QMap<QString, QString> fakeTime(const QString &time)
+// The variables of libfaketime. By hand and not by the faketime command, which would stand between
+// the test and the program.
+QMap<QString, QString> fakeTime(const QString &variable, const QString &value)
 {
-    // By hand and not by the faketime command, which would stand between the test and the program.
     return {
-        {u"LD_PRELOAD"_s, u"/usr/$LIB/faketime/libfaketime.so.1"_s}, {u"FAKETIME"_s, time},
+        {u"LD_PRELOAD"_s, u"/usr/$LIB/faketime/libfaketime.so.1"_s}, {variable, value},
         {u"FAKETIME_DONT_FAKE_MONOTONIC"_s, u"1"_s}, // timers run by the real time
         {u"NO_FAKE_STAT"_s, u"1"_s},
         {u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s}, // it comes behind the library above
@@ -70,13 +71,24 @@ bool ClockHome::writeSettings(const QJsonObject &settings) const
         && file.write(QJsonDocument(settings).toJson()) > 0;
 }
 
-QMap<QString, QString> timeStandingAt(const QString &dateTime) { return fakeTime(dateTime); }
+QMap<QString, QString> timeStandingAt(const QString &dateTime)
+{
+    return fakeTime(u"FAKETIME"_s, dateTime);
+}
+
+QMap<QString, QString> timeStandingIn(const QString &file)
+{
+    auto environment = fakeTime(u"FAKETIME_TIMESTAMP_FILE"_s, file);
+    environment.insert(u"FAKETIME_NO_CACHE"_s, u"1"_s);
+    return environment;
+}
 
 QMap<QString, QString> timeRunningFrom(const QDateTime &start)
 {
     // As a difference: a local time can mean two instants.
     const double seconds = double(QDateTime::currentDateTimeUtc().msecsTo(start)) / 1000.0;
-    return fakeTime((seconds < 0 ? u""_s : u"+"_s) + QString::number(seconds, 'f', 3));
+    return fakeTime(
+        u"FAKETIME"_s, (seconds < 0 ? u""_s : u"+"_s) + QString::number(seconds, 'f', 3));
 }
 
 RunningClock::RunningClock(const ClockHome &home, const ClockStart &start)

@@ -40,6 +40,8 @@ struct ClockStart {
 
 /// An environment in which the time stands still at \a dateTime, for example 2026-11-15 10:08:42.
 QMap<QString, QString> timeStandingAt(const QString &dateTime);
+/// The same, with the time in a file: writing another into it makes the clock step.
+QMap<QString, QString> timeStandingIn(const QString &file);
 /// An environment in which it is \a start at this moment, and time goes on from there.
 QMap<QString, QString> timeRunningFrom(const QDateTime &start);
 

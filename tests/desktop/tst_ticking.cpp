@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+// The passing of time on the screen.
+
+#include "tests/desktop/runningclock.h"
+
+#include <QtCore/qelapsedtimer.h>
+#include <QtCore/qfile.h>
+#include <QtCore/qset.h>
+#include <QtCore/qtimezone.h>
+#include <QtTest/qtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// No text, so that each tick paints one thing.
+QJsonObject handsOnly()
+{
+    return {{u"DisplayDate"_s, false}, {u"DisplayLogo"_s, false}, {u"WithDigitalClock"_s, false}};
+}
+
+// Looks at the clock for some time and returns when its picture changed, in ms of the system's
+// time.
+QList<qint64> changesDuring(const RunningClock &clock, int durationMs)
+{
+    constexpr int pollMs = 20;
+    QList<qint64> changes;
+    QImage last = clock.picture();
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (elapsed.elapsed() < durationMs) {
+        QTest::qWait(pollMs);
+        if (QImage next = clock.picture(); next != last) {
+            changes.append(QDateTime::currentMSecsSinceEpoch());
+            last = next;
+        }
+    }
+    return changes;
+}
+
+void waitForMiddleOfSecond()
+{
+    const qint64 inSecond = QDateTime::currentMSecsSinceEpoch() % 1000;
+    QTest::qWait(int((1500 - inSecond) % 1000));
+}
+
+bool writeFile(const QString &path, const QString &content)
+{
+    QFile file(path);
+    return file.open(QFile::WriteOnly) && file.write(content.toUtf8()) > 0;
+}
+
+} // namespace
+
+class TestTicking : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(); }
+
+    void movesAHandEverySecond();
+    void restsBetweenTicks();
+    void goesOnWhileAnHourRepeats();
+    void followsAStepOfTheClock_data();
+    void followsAStepOfTheClock();
+};
+
+void TestTicking::movesAHandEverySecond()
+{
+    constexpr int seconds = 5;
+    constexpr qint64 latestMs = 500;
+
+    const ClockHome home;
+    QVERIFY(home.writeSettings(handsOnly()));
+    RunningClock clock(home);
+    QVERIFY(clock.waitForWindow());
+    waitForMiddleOfSecond();
+    QSet<qint64> changed;
+    for (const qint64 change : changesDuring(clock, seconds * 1000)) {
+        changed.insert(change / 1000);
+        QCOMPARE_LT(change % 1000, latestMs);
+    }
+    QCOMPARE(changed.size(), seconds);
+}
+
+void TestTicking::restsBetweenTicks()
+{
+    const ClockHome home;
+    QVERIFY(home.writeSettings({{u"SecondHand"_s, false}, {u"WithDigitalClock"_s, false}}));
+    RunningClock clock(home, {.environment = timeStandingAt(u"2026-11-15 10:08:42"_s)});
+    QVERIFY(clock.waitForWindow());
+    QVERIFY(!clock.stillPicture().isNull());
+    QCOMPARE(changesDuring(clock, 2000), QList<qint64>());
+}
+
+void TestTicking::goesOnWhileAnHourRepeats()
+{
+    constexpr int durationMs = 8000;
+    constexpr qint64 mostProcessorTimeMs = durationMs / 4; // a second hand needs a small part of it
+
+    QVERIFY(QTimeZone("Europe/Berlin").isValid());
+    const ClockHome home;
+    QVERIFY(home.writeSettings(handsOnly()));
+    // Summer time ends at one o'clock UTC: three in the morning becomes two.
+    const QDateTime start(QDate(2026, 10, 25), QTime(0, 59, 56), QTimeZone::UTC);
+    auto environment = timeRunningFrom(start);
+    environment.insert(u"TZ"_s, u"Europe/Berlin"_s);
+    RunningClock clock(home, {.environment = environment});
+    QVERIFY(clock.waitForWindow());
+    const qint64 processorTimeMs = clock.processorTimeMs();
+    QSet<qint64> changed;
+    for (const qint64 change : changesDuring(clock, durationMs))
+        changed.insert(change / 1000);
+    QCOMPARE_GE(changed.size(), durationMs / 1000 - 1);
+    QCOMPARE_LT(clock.processorTimeMs() - processorTimeMs, mostProcessorTimeMs);
+}
+
+void TestTicking::followsAStepOfTheClock_data()
+{
+    QTest::addColumn<QString>("time");
+
+    QTest::newRow("back") << u"2026-11-15 07:31:05"_s;
+    QTest::newRow("forward") << u"2026-11-15 14:31:05"_s;
+    QTest::newRow("one second") << u"2026-11-15 10:08:43"_s;
+}
+
+void TestTicking::followsAStepOfTheClock()
+{
+    QFETCH(QString, time);
+
+    const ClockHome home;
+    QVERIFY(home.writeSettings(handsOnly()));
+    // Two clocks at one place, one after the other, so that nothing but the hands can differ.
+    const auto expected = [&] {
+        RunningClock clock(home, {.environment = timeStandingAt(time)});
+        return clock.waitForWindow() ? clock.stillPicture() : QImage();
+    }();
+    QVERIFY(!expected.isNull());
+
+    const QString file = home.path() + u"/time"_s;
+    QVERIFY(writeFile(file, u"2026-11-15 10:08:42"_s));
+    RunningClock clock(home, {.environment = timeStandingIn(file)});
+    QVERIFY(clock.waitForWindow());
+    const QImage before = clock.stillPicture();
+    QVERIFY(!before.isNull());
+    QVERIFY(before != expected);
+    QVERIFY(writeFile(file, time));
+    QTRY_COMPARE(clock.picture(), expected);
+}
+
+QTEST_MAIN(TestTicking)
+#include "tst_ticking.moc"
