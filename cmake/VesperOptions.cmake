@@ -8,8 +8,7 @@ target_include_directories(vesper_options INTERFACE
     "${PROJECT_SOURCE_DIR}" "${PROJECT_BINARY_DIR}/generated")
 target_compile_definitions(vesper_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_DISABLE_DEPRECATED_UP_TO=0x060800)
-target_compile_options(vesper_options INTERFACE -Wall -Wextra -Wpedantic
-    $<$<NOT:$<BOOL:$<TARGET_PROPERTY:VESPER_NARROWING_MACROS>>>:-Wconversion>
+target_compile_options(vesper_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion
     $<$<BOOL:${VESPER_DEVELOPER}>:-Werror>)
 if(WIN32)
     target_compile_definitions(vesper_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)

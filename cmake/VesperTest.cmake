@@ -13,7 +13,6 @@ function(vesper_add_test kind name)
     # of the file, since those of the target come before what it links.
     set_source_files_properties(${name}.cpp PROPERTIES COMPILE_OPTIONS -Wno-conversion)
     set(properties)
-    set_target_properties(${name} PROPERTIES VESPER_NARROWING_MACROS ON) # QtTest's QTRY_ ones
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
     endif()
