@@ -19,7 +19,9 @@ function(vesper_add_test kind name)
     if(CMAKE_CROSSCOMPILING)
         set(command "${PROJECT_SOURCE_DIR}/tools/windows/run-under-wine" $<TARGET_FILE:${name}>)
         set(label windows)
-        list(APPEND arg_ENVIRONMENT "VESPER_QT_WINDOWS=${VESPER_QT_WINDOWS}")
+        # The tool-chain file lies in the folder of Qt for Windows.
+        cmake_path(GET CMAKE_TOOLCHAIN_FILE PARENT_PATH qt_windows)
+        list(APPEND arg_ENVIRONMENT "VESPER_QT_WINDOWS=${qt_windows}")
         # One prefix, one registry, one roaming folder: these tests run one after the other.
         list(APPEND properties RESOURCE_LOCK wine)
     elseif(kind STREQUAL desktop)

@@ -33,7 +33,7 @@ end_stage() {
 print_summary() {
     local code=$? failed=$stage_name
     [[ -z $failed ]] || end_stage
-    printf '\n== summary of %s\n' "${0#"$repository"/}"
+    printf '\n== summary of %s\n' "$(basename "$0")"
     printf '%s\n' "${timings[@]}"
     printf '%-14s %10s\n' total "$(minutes_since 0)"
     if ((code != 0)); then

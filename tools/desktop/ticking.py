@@ -11,6 +11,7 @@ where it is. What changed beside these lines must be little: a digital time text
 """
 
 import math
+import re
 import sys
 from dataclasses import dataclass
 
@@ -32,13 +33,13 @@ class Picture:
 
 def read_ppm(data: bytes) -> Picture:
     """Reads a binary PPM with one byte to a channel; ValueError for anything else."""
-    fields = data.split(maxsplit=4)
-    if len(fields) < 5 or fields[0] != b"P6" or fields[3] != b"255":
+    header = re.match(rb"P6\s+(\d+)\s+(\d+)\s+255\s", data)
+    if not header:
         raise ValueError("not a binary 8 bit PPM")
-    width, height = int(fields[1]), int(fields[2])
-    pixels = data[-width * height * 3:]
+    width, height = int(header[1]), int(header[2])
+    pixels = data[header.end():]
     if len(pixels) != width * height * 3:
-        raise ValueError("the PPM is cut short")
+        raise ValueError("the PPM has not as many pixels as it says")
     return Picture(width, height, pixels)
 
 

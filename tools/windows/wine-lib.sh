@@ -3,6 +3,7 @@
 # SPDX-License-Identifier: MIT
 
 # What with-wine and run-under-wine share. Sourced, with $here set to this folder.
+# shellcheck disable=SC2154,SC2034  # the caller sets $here, and uses what is set here
 
 repository=$(dirname "$(dirname "$here")")
 
