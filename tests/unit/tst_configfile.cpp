@@ -14,7 +14,7 @@
 #include <QtTest/qtest.h>
 
 #include <limits>
-#include <optional>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -158,13 +158,13 @@ private Q_SLOTS:
 private:
     static void addKeys();
 
-    std::optional<ConfigHome> m_home;
+    std::unique_ptr<ConfigHome> m_home;
 };
 
 void TestConfigFile::init()
 {
     QTest::failOnWarning();
-    m_home.emplace();
+    m_home = std::make_unique<ConfigHome>();
 }
 
 void TestConfigFile::cleanup() { m_home.reset(); }
@@ -242,7 +242,7 @@ void TestConfigFile::thirtyFourKeysAreSaved()
     config.save();
     const QJsonObject file = QJsonDocument::fromJson(m_home->readFile()).object();
     qsizetype values = 0;
-    for (const QJsonValue value : file)
+    for (const auto &value : file)
         values += value.isObject() ? value.toObject().size() : 1;
     QCOMPARE(values, 34);
 }
@@ -369,7 +369,7 @@ void TestConfigFile::groupOfAnotherTypeGivesDefaults()
 
 void TestConfigFile::largeFile()
 {
-    constexpr qsizetype padding = 50 * 1024 * 1024;
+    constexpr qsizetype padding = 50'000'000;
     QVERIFY(m_home->writeFile("{\"Padding\": \"" + QByteArray(padding, 'x')
         + "\", \"Opacity\": 0.5, \"Theme\": {\"ColorToneName\": \"LightRed\"}}"));
     const VsConfig config;

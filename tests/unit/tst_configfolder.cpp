@@ -8,7 +8,7 @@
 
 #include <QtTest/qtest.h>
 
-#include <optional>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -36,13 +36,13 @@ private Q_SLOTS:
 private:
     static void addRemovals();
 
-    std::optional<ConfigHome> m_home;
+    std::unique_ptr<ConfigHome> m_home;
 };
 
 void TestConfigFolder::init()
 {
     QTest::failOnWarning();
-    m_home.emplace();
+    m_home = std::make_unique<ConfigHome>();
     FakeAutoStart::state() = {};
 }
 
@@ -100,7 +100,7 @@ void TestConfigFolder::otherFilesOfTheMakerStay()
 void TestConfigFolder::linkTargetStays()
 {
     const QTemporaryDir elsewhere;
-    const QString target = elsewhere.filePath(u"kept.lnk"_s);
+    const QString target = elsewhere.filePath(u"kept"_s);
     QVERIFY(QFile(target).open(QIODevice::WriteOnly));
     QVERIFY(m_home->writeFile("{}"));
     QVERIFY(QFile::link(elsewhere.path(), m_home->configFolder() + u"/link.lnk"_s));

@@ -11,7 +11,7 @@
 
 #include <QtTest/qtest.h>
 
-#include <optional>
+#include <memory>
 
 #include <linux/capability.h>
 #include <sys/syscall.h>
@@ -55,7 +55,7 @@ private Q_SLOTS:
 private:
     void forbidWriting(const QString &path);
 
-    std::optional<ConfigHome> m_home;
+    std::unique_ptr<ConfigHome> m_home;
     QStringList m_forbidden;
 };
 
@@ -64,7 +64,7 @@ void TestConfigPermissions::initTestCase() { QVERIFY(giveUpCapabilities()); }
 void TestConfigPermissions::init()
 {
     QTest::failOnWarning();
-    m_home.emplace();
+    m_home = std::make_unique<ConfigHome>();
 }
 
 void TestConfigPermissions::cleanup()

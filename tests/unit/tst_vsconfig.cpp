@@ -12,7 +12,6 @@
 
 #include <limits>
 #include <memory>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -121,9 +120,9 @@ constexpr Signal notifications[] = {
 };
 
 /// What every setting holds when nothing was ever stored, autoStartAtSignIn aside.
-QList<std::pair<const char *, QVariant>> constructionValues()
+const QList<std::pair<const char *, QVariant>> &constructionValues()
 {
-    return {
+    static const QList<std::pair<const char *, QVariant>> values{
         {"resizeEnabled", false},
         {"fixed", false},
         {"topmost", true},
@@ -160,6 +159,7 @@ QList<std::pair<const char *, QVariant>> constructionValues()
         {"themeName", u"Basic"_s},
         {"colorToneName", u"DarkBlue"_s},
     };
+    return values;
 }
 
 /// A value that differs from \a value.
@@ -227,13 +227,13 @@ private Q_SLOTS:
     void instanceIsOneAndHasNoParent();
 
 private:
-    std::optional<ConfigHome> m_home;
+    std::unique_ptr<ConfigHome> m_home;
 };
 
 void TestVsConfig::init()
 {
     QTest::failOnWarning();
-    m_home.emplace();
+    m_home = std::make_unique<ConfigHome>();
     FakeAutoStart::state() = {};
 }
 
