@@ -1,18 +1,23 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Window
 import Qt.labs.platform
 
 // The clock's window: square, frameless, see-through. It starts hidden; the manager shows it when its
-// place is known.
+// place is known. What is assigned to its geometry is cut toward zero, as the script language does.
 Window {
     id: rootWindow
 
+    // The objects that the program gives every document; a document must do without them, too.
+    // qmllint disable unqualified
     property var cfg: typeof config === "undefined" ? null : config
     property var mgr: typeof manager === "undefined" ? null : manager
     property var tme: typeof theme === "undefined" ? null : theme
+    // qmllint enable unqualified
 
     property real limitMin: 72 // of the side, in pixels
     property real limitMax: 7680
@@ -42,6 +47,10 @@ Window {
     function setSide(side: real) {
         rootWindow.width = side;
         rootWindow.height = side;
+    }
+
+    function isSide(side: real): bool {
+        return side >= rootWindow.limitMin && side <= rootWindow.limitMax;
     }
 
     function resize(newSize: size) {
@@ -88,6 +97,174 @@ Window {
             rootWindow.y = Math.max(rootWindow.y, rootWindow.mgr.getCurrentScreenGeometory().top);
     }
 
+    onVisibleChanged: {
+        if (!rootWindow.visible)
+            return;
+        for (const grip of [resizeHandleTopLeft, resizeHandleTopRight, resizeHandleBottomLeft, resizeHandleBottomRight])
+            grip.grab();
+    }
+
+    // The theme has one grip, for the top left; the others are its mirror images.
+    component Grip: Image {
+        id: grip
+
+        property var img: null // what of it is opaque; nothing while it is hidden
+        property real imgRatio: 1 // a picture is taken in the pixels of the screen
+
+        // A hidden item gives no picture, so it is taken when both the window and the grip are shown.
+        function grab() {
+            if (!grip.visible || !rootWindow.visible)
+                return;
+            grip.grabToImage(result => {
+                grip.imgRatio = Screen.devicePixelRatio;
+                grip.img = grip.visible ? result.image : null;
+            });
+        }
+
+        // A picture that is not there yet counts as a miss: the manager's method takes no null.
+        function covers(position: point): bool {
+            const pixel = Qt.point(Math.floor(position.x * grip.imgRatio), Math.floor(position.y * grip.imgRatio));
+            return grip.img && rootWindow.mgr.isMouseInnerImage(pixel, grip.img) !== false;
+        }
+
+        width: itemRoot.size
+        height: itemRoot.size
+        source: itemRoot.source
+        opacity: 0.8
+
+        onVisibleChanged: {
+            grip.img = null;
+            grip.grab();
+        }
+    }
+
+    // A corner that makes the clock larger when it is pulled outward; the opposite one stays.
+    component ResizeCorner: MouseArea {
+        id: corner
+
+        required property Grip handle
+        required property int growX // +1 where a move to the right makes the clock larger, else -1
+        required property int growY // +1 where a move down makes it larger
+        property point pressedMousePos
+        property size pressedWinSize
+        property point pressedWinPos
+        property bool pressing: false
+        property bool moving: false
+
+        function follow(by: point) {
+            const outX = by.x * corner.growX;
+            const outY = by.y * corner.growY;
+            // Outward or inward, but not along the edge.
+            if ((outX >= 0) !== (outY >= 0))
+                return;
+            const diff = Math.abs(by.x) < Math.abs(by.y) ? outX : outY;
+            const side = Qt.size(corner.pressedWinSize.width + diff, corner.pressedWinSize.height + diff);
+            if (!rootWindow.isSide(side.width) || !rootWindow.isSide(side.height))
+                return;
+            if (corner.growX < 0)
+                rootWindow.x = corner.pressedWinPos.x - diff;
+            if (corner.growY < 0)
+                rootWindow.y = corner.pressedWinPos.y - diff;
+            rootWindow.width = side.width;
+            rootWindow.height = side.height;
+        }
+
+        x: corner.handle.x
+        y: corner.handle.y
+        width: corner.handle.width
+        height: corner.handle.height
+
+        onPressed: mouse => {
+            if (!rootWindow.mgr)
+                return;
+            if (!corner.handle.covers(Qt.point(mouse.x, mouse.y))) {
+                mouse.accepted = false;
+                return;
+            }
+            corner.pressedMousePos = corner.mapToGlobal(mouse.x, mouse.y);
+            corner.pressedWinSize = Qt.size(rootWindow.width, rootWindow.height);
+            corner.pressedWinPos = Qt.point(rootWindow.x, rootWindow.y);
+            corner.pressing = true;
+        }
+        onReleased: {
+            corner.pressing = false;
+            rootWindow.lazySaveConfig();
+            multiPointTouchArea.updateWindowStartRect();
+        }
+        onPositionChanged: mouse => {
+            if (!corner.pressing || corner.moving)
+                return;
+            corner.moving = true;
+            const position = corner.mapToGlobal(mouse.x, mouse.y);
+            corner.follow(Qt.point(position.x - corner.pressedMousePos.x, position.y - corner.pressedMousePos.y));
+            corner.moving = false;
+        }
+    }
+
+    // The same by touch, without the quadrants: the mean of both directions counts.
+    component ResizeTouch: TouchPoint {
+        id: touch
+
+        required property int growX
+        required property int growY
+        property point startPoint
+        property bool isChangeX: false
+        property bool isChangeY: false
+
+        function resize() {
+            if (!touch.isChangeX || !touch.isChangeY)
+                return;
+            touch.isChangeX = false;
+            touch.isChangeY = false;
+            if (!touch.pressed)
+                return; // a new touch has its place before it counts as pressed
+            const current = itemRoot.mapToGlobal(touch.x, touch.y);
+            const dx = parseInt(current.x - touch.startPoint.x) * touch.growX;
+            const dy = parseInt(current.y - touch.startPoint.y) * touch.growY;
+            const dd = (dx + dy) / 2;
+            // From the present width at the bottom right, although the start stays: meant so.
+            const isBottomRight = touch.growX > 0 && touch.growY > 0;
+            const start = multiPointTouchArea.windowStartRect;
+            const side = (isBottomRight ? rootWindow.width : start.width) + dd;
+            if (!rootWindow.isSide(side))
+                return;
+            rootWindow.setSide(side);
+            if (touch.growX < 0)
+                rootWindow.x = start.x - dd;
+            if (touch.growY < 0)
+                rootWindow.y = start.y - dd;
+        }
+
+        onPressedChanged: {
+            multiPointTouchArea.updateWindowStartRect();
+            if (touch.pressed)
+                touch.startPoint = itemRoot.mapToGlobal(touch.x, touch.y);
+            else
+                rootWindow.lazySaveConfig();
+        }
+        onXChanged: {
+            touch.isChangeX = true;
+            touch.resize();
+        }
+        onYChanged: {
+            touch.isChangeY = true;
+            touch.resize();
+        }
+    }
+
+    component CornerTouchArea: MultiPointTouchArea {
+        id: cornerTouchArea
+
+        required property Grip handle
+
+        x: cornerTouchArea.handle.x
+        y: cornerTouchArea.handle.y
+        width: cornerTouchArea.handle.width
+        height: cornerTouchArea.handle.height
+        enabled: rootWindow.cfg ? rootWindow.cfg.resizeEnabled : false
+        mouseEnabled: false
+    }
+
     Connections {
         function onCallJavaScriptGC() {
             gc();
@@ -120,14 +297,279 @@ Window {
         target: rootWindow.mgr
     }
 
+    Rectangle {
+        id: itemRoot
+
+        property string source: rootWindow.tme ? rootWindow.tme.resizeGrip : ""
+        property real size: 32.0
+
+        anchors.fill: parent
+        color: "transparent"
+        visible: rootWindow.cfg ? rootWindow.cfg.resizeEnabled : false
+
+        Grip {
+            id: resizeHandleTopLeft
+
+            anchors.left: parent.left
+            anchors.top: parent.top
+        }
+
+        Grip {
+            id: resizeHandleTopRight
+
+            anchors.top: parent.top
+            anchors.right: parent.right
+            mirror: true
+        }
+
+        Grip {
+            id: resizeHandleBottomRight
+
+            anchors.bottom: parent.bottom
+            anchors.right: parent.right
+            mirror: true
+            mirrorVertically: true
+        }
+
+        Grip {
+            id: resizeHandleBottomLeft
+
+            anchors.bottom: parent.bottom
+            anchors.left: parent.left
+            mirrorVertically: true
+        }
+    }
+
     Loader {
         anchors.fill: parent
         source: "qrc:/qt/qml/vesper/qml/BasicClock.qml"
     }
 
+    MouseArea {
+        id: mouseArea
+
+        // Of the last press of the left button: a drag with the right one goes on from there, meant so.
+        property point pressedMousePoint
+        property point pressedWindowPos
+        property bool moving: false
+
+        anchors.fill: parent
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+
+        onPressed: mouse => {
+            if (!(mouse.buttons & Qt.LeftButton))
+                return;
+            mouseArea.pressedMousePoint = mouseArea.mapToGlobal(mouse.x, mouse.y);
+            mouseArea.pressedWindowPos = Qt.point(rootWindow.x, rootWindow.y);
+            rootWindow.clearMask();
+        }
+        onPositionChanged: mouse => {
+            const isFixed = rootWindow.cfg ? rootWindow.cfg.fixed : false;
+            if (isFixed || mouse.modifiers & Qt.ControlModifier || mouseArea.moving)
+                return;
+            mouseArea.moving = true;
+            const position = mouseArea.mapToGlobal(mouse.x, mouse.y);
+            rootWindow.x = mouseArea.pressedWindowPos.x + (position.x - mouseArea.pressedMousePoint.x);
+            rootWindow.y = mouseArea.pressedWindowPos.y + (position.y - mouseArea.pressedMousePoint.y);
+            mouseArea.moving = false;
+        }
+        onReleased: {
+            rootWindow.lazySaveConfig();
+            rootWindow.updateMask();
+            multiPointTouchArea.updateWindowStartRect();
+        }
+        onDoubleClicked: rootWindow.correctAspectRatio()
+        onWheel: wheel => {
+            if (!(wheel.modifiers & Qt.ControlModifier))
+                return;
+            const delta = wheel.angleDelta.y / 10;
+            const side = rootWindow.width + delta;
+            if (!(side > rootWindow.limitMin && side < rootWindow.limitMax))
+                return; // never reaches the limits themselves: meant so
+            rootWindow.setSide(side);
+            rootWindow.x -= delta / 2;
+            rootWindow.y -= delta / 2;
+            rootWindow.updateMask();
+            rootWindow.lazySaveConfig();
+            multiPointTouchArea.updateWindowStartRect();
+        }
+    }
+
+    ResizeCorner {
+        handle: resizeHandleTopLeft
+        growX: -1
+        growY: -1
+    }
+
+    ResizeCorner {
+        handle: resizeHandleTopRight
+        growX: 1
+        growY: -1
+    }
+
+    ResizeCorner {
+        handle: resizeHandleBottomRight
+        growX: 1
+        growY: 1
+    }
+
+    ResizeCorner {
+        handle: resizeHandleBottomLeft
+        growX: -1
+        growY: 1
+    }
+
+    MultiPointTouchArea {
+        id: multiPointTouchArea
+
+        property int currentAxis: 0 // distance of the two touch points
+        property int startedAxis: 0
+        property rect windowStartRect: Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height)
+        property point startedPoint: Qt.point(0, 0) // read by nobody: meant so
+        property bool isFixed: rootWindow.cfg ? rootWindow.cfg.fixed : false
+        property int startX: point1.startX
+        property int startY: point1.startY
+
+        function updateWindowStartRect() {
+            multiPointTouchArea.windowStartRect = Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height);
+        }
+
+        function getAixis(): int {
+            return parseInt(Math.sqrt(Math.pow(point2.x - point1.x, 2) + Math.pow(point2.y - point1.y, 2)));
+        }
+
+        function calcAxis() {
+            if (point1.pressed && point2.pressed)
+                multiPointTouchArea.currentAxis = multiPointTouchArea.getAixis();
+        }
+
+        anchors.fill: parent
+        mouseEnabled: false
+        touchPoints: [
+            TouchPoint {
+                id: point1
+
+                onPressedChanged: {
+                    multiPointTouchArea.updateWindowStartRect();
+                    if (!point1.pressed)
+                        rootWindow.lazySaveConfig();
+                }
+                onSceneXChanged: {
+                    if (point2.pressed)
+                        multiPointTouchArea.calcAxis();
+                    else if (!multiPointTouchArea.isFixed)
+                        rootWindow.x = multiPointTouchArea.windowStartRect.x + parseInt(point1.sceneX - multiPointTouchArea.startX);
+                }
+                onSceneYChanged: {
+                    if (multiPointTouchArea.isFixed)
+                        return; // before the pinch, unlike above: meant so
+                    if (point2.pressed)
+                        multiPointTouchArea.calcAxis();
+                    else
+                        rootWindow.y = multiPointTouchArea.windowStartRect.y + parseInt(point1.sceneY - multiPointTouchArea.startY);
+                }
+            },
+            TouchPoint {
+                id: point2
+
+                function pinch() {
+                    if (!multiPointTouchArea.isFixed && point1.pressed)
+                        multiPointTouchArea.calcAxis();
+                }
+
+                onPressedChanged: {
+                    if (point1.pressed)
+                        multiPointTouchArea.updateWindowStartRect();
+                    if (point1.pressed && point2.pressed) {
+                        // In this order, or the clock would jump by the whole distance.
+                        multiPointTouchArea.startedAxis = multiPointTouchArea.getAixis();
+                        multiPointTouchArea.currentAxis = multiPointTouchArea.startedAxis;
+                    }
+                    if (!point2.pressed)
+                        rootWindow.lazySaveConfig();
+                }
+                onSceneXChanged: point2.pinch()
+                onSceneYChanged: point2.pinch()
+            }
+        ]
+
+        onCurrentAxisChanged: {
+            const a = multiPointTouchArea.startedAxis - multiPointTouchArea.currentAxis;
+            const start = multiPointTouchArea.windowStartRect;
+            const side = start.width - a;
+            const p = a / 2;
+            if (!isFinite(a) || !isFinite(side) || !isFinite(p) || !rootWindow.isSide(side))
+                return;
+            rootWindow.setSide(side);
+            rootWindow.x = start.x + p;
+            rootWindow.y = start.y + p;
+            rootWindow.updateMask();
+            rootWindow.lazySaveConfig();
+        }
+    }
+
+    Connections {
+        function onWindowMovingAnimationFinished() {
+            multiPointTouchArea.updateWindowStartRect();
+        }
+
+        target: rootWindow.mgr
+    }
+
+    CornerTouchArea {
+        id: bottomRightTouchArea
+
+        handle: resizeHandleBottomRight
+        touchPoints: ResizeTouch {
+            id: resizeTouchBottomRight
+
+            growX: 1
+            growY: 1
+        }
+    }
+
+    CornerTouchArea {
+        id: topRightTouchArea
+
+        handle: resizeHandleTopRight
+        touchPoints: ResizeTouch {
+            id: resizeTouchTopRight
+
+            growX: 1
+            growY: -1
+        }
+    }
+
+    CornerTouchArea {
+        id: bottomLeftTouchArea
+
+        handle: resizeHandleBottomLeft
+        touchPoints: ResizeTouch {
+            id: resizeTouchBottomLeft
+
+            growX: -1
+            growY: 1
+        }
+    }
+
+    CornerTouchArea {
+        id: topLeftTouchArea
+
+        handle: resizeHandleTopLeft
+        touchPoints: ResizeTouch {
+            id: resizeTouchTopLeft
+
+            growX: -1
+            growY: -1
+        }
+    }
+
     Connections {
         function onQuitByQml() {
             Qt.quit();
+        }
+
+        function onReqOpenMenu() {
         }
 
         target: rootWindow.mgr
