@@ -66,6 +66,8 @@ private Q_SLOTS:
     void gripsAreHitWhereTheyAreOpaque();
     void cornersFollowThePointer_data();
     void cornersFollowThePointer();
+    void quadrantsEndAtTheAxes_data();
+    void quadrantsEndAtTheAxes();
     void cornersReachTheLimits_data();
     void cornersReachTheLimits();
     void upperLimitIsReached();
@@ -193,6 +195,27 @@ void tst_Resizing::cornersFollowThePointer()
     QCOMPARE(clock.geometry(), expected);
     clock.move(from);
     QCOMPARE(clock.geometry(), start);
+}
+
+void tst_Resizing::quadrantsEndAtTheAxes_data() { gripsAreHitWhereTheyAreOpaque_data(); }
+
+// Straight outward is still a resize, by nothing; straight inward is none.
+void tst_Resizing::quadrantsEndAtTheAxes()
+{
+    QFETCH(int, row);
+    ClockWindow clock(true);
+    QTRY_VERIFY(clock.hasGrips());
+    const QPoint from = gripPoint(clock, corners[row], true);
+    const auto sideAt = [&](int outX, int outY) {
+        clock.move(from + QPoint(outX * corners[row].growX, outY * corners[row].growY));
+        return clock.geometry().width();
+    };
+    clock.press(from);
+    for (const auto &[outX, outY, side] : {std::tuple(30, 0, 320), {0, 30, 320}, {0, 0, 320},
+             {-30, 0, 345}, {0, -30, 345}, {-1, 1, 345}, {1, -1, 345}}) {
+        QCOMPARE(sideAt(25, 25), 345);
+        QCOMPARE(sideAt(outX, outY), side);
+    }
 }
 
 void tst_Resizing::cornersReachTheLimits_data() { gripsAreHitWhereTheyAreOpaque_data(); }
