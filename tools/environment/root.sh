@@ -86,7 +86,8 @@ make_root() {
 run_mmdebstrap() {
     local archive=$1 names=$2 target=$3 options=$4
     # Not /tmp, which may be small: it lies in memory on many machines.
-    TMPDIR=/var/tmp mmdebstrap --quiet --variant=minbase --format="$( ((EUID == 0)) && echo directory || echo tar)" \
+    # Nor the home, where dpkg would look for the settings of a user it cannot be.
+    TMPDIR=/var/tmp HOME=/nonexistent mmdebstrap --quiet --variant=minbase --format="$( ((EUID == 0)) && echo directory || echo tar)" \
         --aptopt="$options" --aptopt='Apt::Install-Recommends "false"' \
         --include="$names" "$suite" "$target" "deb $archive $suite main" </dev/null
 }
