@@ -142,7 +142,7 @@ public Q_SLOTS:
 
 private Q_SLOTS:
     void mainLoop();
-    void onVersionRecieved(VsUpdateChecker::VersionInfo info);
+    void onVersionRecieved(const VsUpdateChecker::VersionInfo &info);
     void onPaletteTextColorChanged(QColor color);
     void setTopmostTimerEnabled(bool enabled);
     void setTopmostForce();
@@ -154,7 +154,7 @@ private Q_SLOTS:
 public:
     Q_INVOKABLE void showAboutVesper();
     /// True when the pixel of \a image at \a mousePos is not fully transparent; outside it false.
-    Q_INVOKABLE bool isMouseInnerImage(QPoint mousePos, QImage image);
+    Q_INVOKABLE bool isMouseInnerImage(QPoint mousePos, const QImage &image);
     Q_INVOKABLE void moveToTopLeft();
     Q_INVOKABLE void moveToTopRight();
     Q_INVOKABLE void moveToBottomRight();

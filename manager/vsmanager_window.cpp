@@ -169,7 +169,7 @@ void VsManager::setIgnoreMouseEvent(bool ignore)
         WindowStyle::setWindowTransparentForMouse(m_mainWindow->winId(), ignore);
 }
 
-bool VsManager::isMouseInnerImage(QPoint mousePos, QImage image)
+bool VsManager::isMouseInnerImage(QPoint mousePos, const QImage &image)
 {
     return image.valid(mousePos) && qAlpha(image.pixel(mousePos)) != 0;
 }

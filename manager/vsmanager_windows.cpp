@@ -57,7 +57,7 @@ void VsManager::quitApp() { }
 
 void VsManager::checkUpdate() { }
 
-void VsManager::onVersionRecieved([[maybe_unused]] VsUpdateChecker::VersionInfo info) { }
+void VsManager::onVersionRecieved([[maybe_unused]] const VsUpdateChecker::VersionInfo &info) { }
 
 void VsManager::showAboutVesper() { }
 
