@@ -149,6 +149,8 @@ private Q_SLOTS:
     void namesComeBack();
     void showOnTaskbarIsLost();
     void loadEmitsNothing();
+    void loadOfNoFileKeepsTheValues();
+    void loadOfNoJsonKeepsTheValues();
     void shorterFileReplacesALongerOne();
 
     void pathInAFreshHome();
@@ -458,6 +460,26 @@ void TestConfigFile::loadEmitsNothing()
     QVERIFY(config.fixed());
     QCOMPARE(config.colorToneName(), u"LightRed"_s);
     QCOMPARE(log.names(), QList<QByteArray>());
+}
+
+void TestConfigFile::loadOfNoFileKeepsTheValues()
+{
+    VsConfig config;
+    config.setFixed(true);
+    config.load();
+    QVERIFY(config.fixed());
+}
+
+void TestConfigFile::loadOfNoJsonKeepsTheValues()
+{
+    VsConfig config;
+    config.setFixed(true);
+    QVERIFY(m_home->writeFile("{"));
+    config.load();
+    QVERIFY(config.fixed());
+    QVERIFY(m_home->writeFile("[]"));
+    config.load();
+    QVERIFY2(!config.fixed(), "an array is JSON in which every key is missing");
 }
 
 void TestConfigFile::shorterFileReplacesALongerOne()
