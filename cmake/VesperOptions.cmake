@@ -15,7 +15,8 @@ if(WIN32)
 endif()
 if(VESPER_SANITIZE)
     target_compile_options(vesper_options INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+        -fsanitize=address,undefined,float-cast-overflow
+        -fno-sanitize-recover=undefined,float-cast-overflow -fno-omit-frame-pointer)
     target_link_options(vesper_options INTERFACE -fsanitize=address,undefined)
 endif()
 
