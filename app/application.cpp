@@ -8,6 +8,7 @@
 #include "app/vstranslator.h"
 #include "config/maker.h"
 #include "manager/vsmanager.h"
+#include "qml/exactpointer.h"
 #include "qml/vespermodule.h"
 
 #include <QtCore/qurl.h>
@@ -41,6 +42,8 @@ void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager)
     const QList<QObject *> roots = engine.rootObjects();
     if (auto *window = roots.isEmpty() ? nullptr : qobject_cast<QWindow *>(roots.first())) {
         manager.setMainWindow(window);
+        // After the manager, so that its event filter sees only what this one lets through.
+        new ExactPointer(window);
         manager.start();
         manager.keepOnScreen();
     } else {

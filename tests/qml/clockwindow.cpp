@@ -3,6 +3,8 @@
 
 #include "tests/qml/clockwindow.h"
 
+#include "qml/exactpointer.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +18,7 @@ ClockWindow::ClockWindow(bool resizeEnabled)
     m_window = qobject_cast<QQuickWindow *>(m_root.get());
     if (!m_window)
         qFatal("the main document does not load");
+    new ExactPointer(m_window);
     m_window->show();
     place({200, 150, 320, 320});
     if (!QTest::qWaitForWindowExposed(m_window))
@@ -49,9 +52,14 @@ void ClockWindow::press(QPoint point, Qt::MouseButton button)
 
 void ClockWindow::move(QPoint point, Qt::KeyboardModifiers modifiers)
 {
+    moveInside(m_window->mapFromGlobal(point), point, modifiers);
+}
+
+void ClockWindow::moveInside(QPoint local, QPoint point, Qt::KeyboardModifiers modifiers)
+{
     // Not through QTest: a pointer that a button holds may leave the window.
-    qt_handleMouseEvent(m_window, m_window->mapFromGlobal(point), point, m_button, Qt::NoButton,
-        QEvent::MouseMove, modifiers, ++QTest::lastMouseTimestamp);
+    qt_handleMouseEvent(m_window, local, point, m_button, Qt::NoButton, QEvent::MouseMove,
+        modifiers, ++QTest::lastMouseTimestamp);
     QCoreApplication::processEvents(); // the items follow the window's size
 }
 

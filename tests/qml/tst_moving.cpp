@@ -6,6 +6,8 @@
 #include <QtCore/qregularexpression.h>
 #include <QtTest/qtestwheel.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 /// What the mouse does to the clock away from the corners.
@@ -19,6 +21,8 @@ private Q_SLOTS:
     void dragMovesTheClock();
     void dragTakesInputOfTheWholeSquare();
     void dragStepOnlyMoves();
+    void fastDragIsExact_data();
+    void fastDragIsExact();
     void fixedClockStays();
     void clockStaysWhileControlIsHeld();
     void rightDragGoesOnFromTheLastLeftPress();
@@ -72,6 +76,29 @@ void tst_Moving::dragStepOnlyMoves()
     for (int step = 0; step < 20; ++step)
         clock.move({360 + step, 310 + step});
     QCOMPARE(clock.documents.manager.calls, QStringList());
+}
+
+void tst_Moving::fastDragIsExact_data()
+{
+    QTest::addColumn<int>("lag");
+    for (const int lag : {1, 2, 5, 20})
+        QTest::addRow("%d steps behind", lag) << lag;
+}
+
+// The X server tells places in the window as it was before the moves that are still on their way.
+void tst_Moving::fastDragIsExact()
+{
+    QFETCH(int, lag);
+    ClockWindow clock;
+    clock.press({360, 310});
+    for (int step = 1; step <= 40; ++step) {
+        const QPoint by(step * 5, step * 3);
+        const int known = std::max(0, step - 1 - lag); // the last move that the server has seen
+        const QPoint serversWindow = QPoint(200, 150) + QPoint(known * 5, known * 3);
+        const QPoint pointer = QPoint(360, 310) + by;
+        clock.moveInside(pointer - serversWindow, pointer);
+        QCOMPARE(clock.geometry().topLeft(), QPoint(200, 150) + by);
+    }
 }
 
 void tst_Moving::fixedClockStays()
