@@ -147,6 +147,19 @@ qint64 RunningClock::processorTimeMs() const
         / sysconf(_SC_CLK_TCK);
 }
 
+qint64 RunningClock::rests() const
+{
+    QFile file(u"/proc/%1/status"_s.arg(pid()));
+    if (!file.open(QFile::ReadOnly))
+        return 0;
+    const QByteArrayList lines = file.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("voluntary_ctxt_switches:"))
+            return line.mid(line.indexOf(':') + 1).trimmed().toLongLong();
+    }
+    return 0;
+}
+
 QImage RunningClock::picture() const { return screenPicture(m_window.geometry()); }
 
 QImage RunningClock::stillPicture() const

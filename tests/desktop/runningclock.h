@@ -65,6 +65,8 @@ public:
     QByteArray output() { return m_output += m_process.readAll(); }
     /// Processor time that the program has used, in ms.
     qint64 processorTimeMs() const;
+    /// How often its main thread has gone to sleep.
+    qint64 rests() const;
     /// The screen at the place of the window.
     QImage picture() const;
     /// The same, when it no longer changes: of a clock that stands still. Null if it goes on
