@@ -18,20 +18,32 @@ bool ExactPointer::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
+        rememberPress(static_cast<QMouseEvent *>(event));
+        break;
+    case QEvent::MouseButtonRelease:
     case QEvent::MouseMove:
         return sendAnew(static_cast<QMouseEvent *>(event));
     default:
-        return QObject::eventFilter(watched, event);
+        break;
     }
+    return QObject::eventFilter(watched, event);
+}
+
+// What was pressed is what the user saw below the pointer, wherever Qt believes the window to be:
+// right after it appeared that may be wrong under some window managers.
+void ExactPointer::rememberPress(const QMouseEvent *event)
+{
+    if (event->buttons() == event->button())
+        m_error = event->globalPosition() - m_window->mapToGlobal(event->scenePosition());
 }
 
 bool ExactPointer::sendAnew(QMouseEvent *event)
 {
-    const QPointF position = m_window->mapFromGlobal(event->globalPosition());
+    const QPointF position = m_window->mapFromGlobal(event->globalPosition() - m_error);
+    const bool isHeld = event->buttons() || event->type() == QEvent::MouseButtonRelease;
     // Half a pixel and less is rounding. The event that is sent anew comes through here as well.
-    if ((position - event->scenePosition()).manhattanLength() <= 1)
+    if (!isHeld || (position - event->scenePosition()).manhattanLength() <= 1)
         return false;
     QMouseEvent exact(event->type(), position, position, event->globalPosition(), event->button(),
         event->buttons(), event->modifiers(), event->pointingDevice());

@@ -50,6 +50,13 @@ void ClockWindow::press(QPoint point, Qt::MouseButton button)
     QTest::mousePress(m_window, button, {}, m_window->mapFromGlobal(point));
 }
 
+void ClockWindow::pressInside(QPoint local, QPoint point)
+{
+    m_button = Qt::LeftButton;
+    qt_handleMouseEvent(m_window, local, point, m_button, m_button, QEvent::MouseButtonPress, {},
+        ++QTest::lastMouseTimestamp);
+}
+
 void ClockWindow::move(QPoint point, Qt::KeyboardModifiers modifiers)
 {
     moveInside(m_window->mapFromGlobal(point), point, modifiers);

@@ -22,7 +22,8 @@ public:
 
     void press(QPoint point, Qt::MouseButton button = Qt::LeftButton);
     void move(QPoint point, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    /// The same, told with a place in the window that need not fit.
+    /// The same two, told with a place in the window that need not fit.
+    void pressInside(QPoint local, QPoint point);
     void moveInside(QPoint local, QPoint point, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void release(QPoint point, Qt::MouseButton button = Qt::LeftButton);
 

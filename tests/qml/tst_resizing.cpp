@@ -79,6 +79,7 @@ private Q_SLOTS:
     void hiddenGripStartsADrag();
     void gripWorksWhenSwitchedOnLater();
     void gripWorksAfterTheWindowWasHidden();
+    void pressCountsWhereItIsInTheWindow();
     void withoutManagerThePressIsSwallowed();
 };
 
@@ -340,6 +341,19 @@ void tst_Resizing::gripWorksAfterTheWindowWasHidden()
     QCoreApplication::processEvents();
     clock.window()->show();
     QTRY_VERIFY(clock.hasGrips());
+}
+
+// A window manager that has just placed the window may leave Qt with a wrong idea of where it is.
+void tst_Resizing::pressCountsWhereItIsInTheWindow()
+{
+    ClockWindow clock(true);
+    QTRY_VERIFY(clock.hasGrips());
+    const QPoint error(100, -70);
+    const QPoint from = gripPoint(clock, corners[2], true);
+    const QPoint local = clock.window()->mapFromGlobal(from);
+    clock.pressInside(local, from + error);
+    clock.moveInside(local + QPoint(30, 30), from + error + QPoint(30, 30));
+    QCOMPARE(clock.geometry(), QRect(start.topLeft(), QSize(350, 350)));
 }
 
 void tst_Resizing::withoutManagerThePressIsSwallowed()
