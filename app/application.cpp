@@ -57,6 +57,7 @@ int runVesper(int &argc, char **argv)
 {
     prepareWindowSystem(argc, argv);
     const QApplication application(argc, argv);
+    windowSystemChosen();
     if (const auto exitCode = runMaintenanceSwitches(QCoreApplication::arguments()))
         return *exitCode;
     setUpGlobals();

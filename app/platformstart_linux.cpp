@@ -8,8 +8,17 @@
 #include <QtCore/qdir.h>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr auto platformVariable = "QT_QPA_PLATFORM";
+bool isOurChoice = false;
+
+} // namespace
 
 void prepareWindowSystem(int argc, char **argv)
 {
@@ -18,8 +27,15 @@ void prepareWindowSystem(int argc, char **argv)
     });
     // Wayland lets no window place itself, stay above or leave the taskbar. XWayland does, so it
     // comes first; a choice that was made with Qt's own means stands.
-    if (!chosenByOption && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    isOurChoice = !chosenByOption && !qEnvironmentVariableIsSet(platformVariable);
+    if (isOurChoice)
+        qputenv(platformVariable, "xcb;wayland");
+}
+
+void windowSystemChosen()
+{
+    if (std::exchange(isOurChoice, false))
+        qunsetenv(platformVariable); // programs that are started from here choose for themselves
 }
 
 QStringList fallbackImportPaths()

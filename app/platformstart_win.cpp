@@ -8,6 +8,11 @@ void prepareWindowSystem([[maybe_unused]] int argc, [[maybe_unused]] char **argv
     // Windows has one window system.
 }
 
+void windowSystemChosen()
+{
+    // Nothing was set.
+}
+
 QStringList fallbackImportPaths()
 {
     return {}; // the Qt kits for Windows carry every style

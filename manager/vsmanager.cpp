@@ -26,6 +26,7 @@ VsManager::VsManager(QObject *parent)
     , m_amPmText(u"AM"_s)
     , m_theme(new VsTheme(this))
     , m_nativeEventFilter(std::make_unique<VsNativeEventFilter>())
+    , m_devicePixelRatio(m_config->devicePixelRatio())
 {
     connect(&m_dpiCheckTimer, &QTimer::timeout, this, &VsManager::checkMainWindowDpi);
 

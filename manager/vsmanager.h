@@ -205,6 +205,7 @@ private:
     bool m_lazySavePending = false;
     QTimer m_lazySaveTimer;
     double m_dpi = referenceDpi; // of the clock window's screen
+    double m_devicePixelRatio; // of that screen; noted, and read by nobody: meant so
     bool m_mousePressed = false;
     QTimer m_dpiCheckTimer;
     Qt::WindowStates m_windowStates; // as last told

@@ -45,8 +45,8 @@ void VsManager::syncWindowGeometory()
     if (!m_mainWindow)
         return;
     const bool minimized = m_mainWindow->windowState() == Qt::WindowMinimized;
-    const QRect geometry = minimized ? m_normalGeometry : m_mainWindow->geometry();
-    QSize size = geometry.size();
+    const QPoint position = minimized ? m_normalGeometry.topLeft() : m_mainWindow->position();
+    QSize size = minimized ? m_normalGeometry.size() : m_mainWindow->size();
     if (size.width() != size.height()) { // a square is taken as it is, whatever its side
         const int side
             = std::clamp(std::max(size.width(), size.height()), minimumClockSide, maximumClockSide);
@@ -54,8 +54,8 @@ void VsManager::syncWindowGeometory()
     }
     if (const QScreen *screen = m_mainWindow->screen())
         m_config->setDevicePixelRatio(screen->devicePixelRatio());
-    m_config->setLeft(geometry.x());
-    m_config->setTop(geometry.y());
+    m_config->setLeft(position.x());
+    m_config->setTop(position.y());
     m_config->setWidth(size.width());
     m_config->setHeight(size.height());
 }

@@ -50,7 +50,7 @@ void VsManager::setMainWindow(QWindow *window)
     setTopmostTimerEnabled(m_config->topmost());
     WindowStyle::touchThreadDpiAwareness();
     window->installEventFilter(this);
-    WindowStyle::reapplyWhenLost(window, [this] { applyWindowStyle(); });
+    WindowStyle::reapplyWhenLost(window, this, [this] { applyWindowStyle(); });
     m_dpiCheckTimer.start(1000ms);
     Q_EMIT mainWindowIdChanged(window->winId());
     Q_EMIT mainWindowChanged(window);
@@ -76,6 +76,7 @@ void VsManager::filterMainWindowEvent(QEvent *event)
     case QEvent::MouseButtonRelease:
         m_mousePressed = false;
         m_dpi = m_mainWindow->devicePixelRatio() * referenceDpi;
+        m_devicePixelRatio = m_mainWindow->screen()->devicePixelRatio();
         break;
     case QEvent::MouseButtonDblClick:
         mainLoop();
@@ -197,7 +198,8 @@ void VsManager::completeTaskbarChange()
     m_mainWindow->show();
     WindowStyle::setWindowTopmost(m_mainWindow->winId(), m_config->topmost());
     const QRect geometry = m_normalGeometry.isValid() ? m_normalGeometry : m_config->geometry();
-    if (geometry.isValid()) // nothing is stored before the first save
+    // Nothing is stored before the first save; a window without a size would not be seen again.
+    if (geometry.isValid())
         m_mainWindow->setGeometry(geometry);
     updateMask();
     WindowStyle::setWindowTransparentForMouse(m_mainWindow->winId(), m_config->ignoreMouseEvent());

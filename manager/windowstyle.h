@@ -32,9 +32,9 @@ void offerForRestore(WId window);
 void showWindow(WId window);
 
 /// Calls \a apply whenever \a window may have lost what these functions have set: after Qt has made
-/// its native window anew and, where a hidden window forgets, around every show. The owner of what
-/// \a apply uses must outlive \a window.
-void reapplyWhenLost(QWindow *window, std::function<void()> apply);
+/// its native window anew and, where a hidden window forgets, around every show; no longer once
+/// \a context is gone.
+void reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply);
 
 /// Leaves the thread's DPI awareness as it is, after having switched it to per-monitor once.
 void touchThreadDpiAwareness();

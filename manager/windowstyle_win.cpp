@@ -53,7 +53,8 @@ void offerForRestore([[maybe_unused]] WId window)
 
 void showWindow(WId window) { ShowWindow(handleOf(window), SW_SHOW); }
 
-void reapplyWhenLost([[maybe_unused]] QWindow *window, [[maybe_unused]] std::function<void()> apply)
+void reapplyWhenLost([[maybe_unused]] QWindow *window, [[maybe_unused]] QObject *context,
+    [[maybe_unused]] std::function<void()> apply)
 {
     // A hidden window keeps its style, and none of the flags that change makes a new native window.
 }

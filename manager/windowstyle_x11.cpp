@@ -4,10 +4,13 @@
 #include "manager/windowstyle.h"
 
 #include <QtCore/qlist.h>
+#include <QtCore/qpointer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
+#include <QtGui/qscreen.h>
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include <xcb/shape.h>
@@ -127,14 +130,35 @@ void setDesktop(WId window, uint32_t desktop)
     xcb_flush(ewmh->connection);
 }
 
+// Where the server has the window, which Qt may not know: a window manager that puts the window
+// into a frame and then moves the frame is not always heard of.
+std::optional<QPoint> truePosition(const QWindow *window)
+{
+    auto *xcb = connection();
+    const auto screen = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data;
+    const auto cookie = xcb_translate_coordinates(
+        xcb, static_cast<xcb_window_t>(window->winId()), screen->root, 0, 0);
+    const Owned<xcb_translate_coordinates_reply_t> reply(
+        xcb_translate_coordinates_reply(xcb, cookie, nullptr));
+    if (!reply)
+        return std::nullopt;
+    // Qt scales the screens, each from its own corner.
+    const QPoint origin = window->screen()->geometry().topLeft();
+    const QPointF offset = QPoint(reply->dst_x, reply->dst_y) - origin;
+    return origin + (offset / window->devicePixelRatio()).toPoint();
+}
+
+// Sets again what a window loses, and its position right.
 // A window manager takes the state away from a window that is withdrawn, at some time after the
 // hide. So it is set before the show, for the manager to find, and again once the window is seen,
 // in case the manager was late.
-class StyleKeeper : public QObject
+class WindowKeeper : public QObject
 {
 public:
-    StyleKeeper(QWindow *window, std::function<void()> apply)
+    WindowKeeper(QWindow *window, QObject *context, std::function<void()> apply)
         : QObject(window)
+        , m_window(window)
+        , m_context(context)
         , m_apply(std::move(apply))
     {
     }
@@ -142,12 +166,12 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == QEvent::Show || isNewSurface(event)) {
-            m_apply();
+            apply();
             m_dueWhenSeen = true;
-        } else if (event->type() == QEvent::Expose && m_dueWhenSeen
-            && static_cast<QWindow *>(watched)->isExposed()) {
+        } else if (event->type() == QEvent::Expose && m_dueWhenSeen && m_window->isExposed()) {
             m_dueWhenSeen = false;
-            m_apply();
+            apply();
+            correctPosition();
         }
         return QObject::eventFilter(watched, event);
     }
@@ -160,6 +184,21 @@ private:
             == QPlatformSurfaceEvent::SurfaceCreated;
     }
 
+    void apply() const
+    {
+        if (m_context)
+            m_apply();
+    }
+
+    void correctPosition() const
+    {
+        const auto position = hints() ? truePosition(m_window) : std::nullopt;
+        if (position && (*position - m_window->position()).manhattanLength() > 1)
+            m_window->setPosition(*position);
+    }
+
+    QWindow *m_window; // the parent
+    QPointer<QObject> m_context;
     std::function<void()> m_apply;
     bool m_dueWhenSeen = false;
 };
@@ -225,9 +264,9 @@ void showWindow([[maybe_unused]] WId window)
     // Nobody hides the native window behind Qt's back here.
 }
 
-void reapplyWhenLost(QWindow *window, std::function<void()> apply)
+void reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply)
 {
-    window->installEventFilter(new StyleKeeper(window, std::move(apply)));
+    window->installEventFilter(new WindowKeeper(window, context, std::move(apply)));
 }
 
 void touchThreadDpiAwareness()

@@ -16,8 +16,9 @@ namespace
 
 // One change of the set-up arrives as several: outputs go and come, and each may move the others.
 constexpr auto burst = 100ms;
-// Longer than a burst, so that a window manager's answer to a change does not count as the place.
-constexpr auto stillness = 300ms;
+// Much longer than a burst, which may arrive late: a window manager's answer to a change must not
+// count as the place.
+constexpr auto stillness = 1000ms;
 // By then a window manager that cares for stray windows has done so.
 constexpr auto patience = 1000ms;
 
@@ -85,7 +86,7 @@ void DisplayWatch::noteSettledGeometry()
 
 void DisplayWatch::setWindowHidden(bool hidden)
 {
-    if (hidden)
+    if (hidden && !m_hiddenLock) // a second one made in its place would be one too late
         m_hiddenLock.emplace();
     m_window->setVisible(!hidden);
     if (!hidden)

@@ -12,17 +12,21 @@
 namespace
 {
 
-// 64 bits: a stored position may lie at either end of what an int holds.
-qint64 movedInto(qint64 start, qint64 length, qint64 low, qint64 lengthOfAll)
+bool meet(qint64 start, qint64 length, qint64 otherStart, qint64 otherLength)
 {
-    const qint64 highest = std::max(low, low + lengthOfAll - length);
-    return std::clamp(start, low, highest);
+    return start < otherStart + otherLength && otherStart < start + length;
 }
 
-QPoint placeOn(const QRect &rect, const QRect &screen)
+int movedInto(qint64 start, qint64 length, qint64 low, qint64 lengthOfAll)
 {
-    return {static_cast<int>(movedInto(rect.x(), rect.width(), screen.x(), screen.width())),
-        static_cast<int>(movedInto(rect.y(), rect.height(), screen.y(), screen.height()))};
+    const qint64 highest = std::max(low, low + lengthOfAll - length);
+    return static_cast<int>(std::clamp(start, low, highest));
+}
+
+QPoint placeOn(QPoint position, QSize size, const QRect &screen)
+{
+    return {movedInto(position.x(), size.width(), screen.x(), screen.width()),
+        movedInto(position.y(), size.height(), screen.y(), screen.height())};
 }
 
 double distance(QPoint from, QPoint to)
@@ -34,19 +38,22 @@ double distance(QPoint from, QPoint to)
 
 } // namespace
 
-bool meetsAnyScreen(const QRect &rect, const QList<QRect> &screens)
+bool meetsAnyScreen(QPoint position, QSize size, const QList<QRect> &screens)
 {
-    return std::any_of(screens.begin(), screens.end(),
-        [&rect](const QRect &screen) { return screen.intersects(rect); });
+    return std::any_of(screens.begin(), screens.end(), [position, size](const QRect &screen) {
+        return meet(position.x(), size.width(), screen.x(), screen.width())
+            && meet(position.y(), size.height(), screen.y(), screen.height());
+    });
 }
 
-QRect movedOntoNearestScreen(const QRect &rect, const QList<QRect> &screens)
+QPoint positionOnNearestScreen(QPoint position, QSize size, const QList<QRect> &screens)
 {
-    const auto way
-        = [&rect](const QRect &screen) { return distance(rect.topLeft(), placeOn(rect, screen)); };
+    const auto way = [position, size](const QRect &screen) {
+        return distance(position, placeOn(position, size, screen));
+    };
     const auto nearest = std::min_element(screens.begin(), screens.end(),
         [&way](const QRect &left, const QRect &right) { return way(left) < way(right); });
-    return nearest == screens.end() ? rect : QRect(placeOn(rect, *nearest), rect.size());
+    return nearest == screens.end() ? position : placeOn(position, size, *nearest);
 }
 
 QList<QRect> screenGeometries()
@@ -61,6 +68,6 @@ QList<QRect> screenGeometries()
 void rescueOffScreenWindow(QWindow *window)
 {
     const QList<QRect> screens = screenGeometries();
-    if (!meetsAnyScreen(window->geometry(), screens))
-        window->setPosition(movedOntoNearestScreen(window->geometry(), screens).topLeft());
+    if (!meetsAnyScreen(window->position(), window->size(), screens))
+        window->setPosition(positionOnNearestScreen(window->position(), window->size(), screens));
 }

@@ -6,7 +6,9 @@
 #include <QtCore/qsocketnotifier.h>
 
 #include <array>
+#include <utility>
 
+#include <cerrno>
 #include <csignal>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -22,8 +24,10 @@ std::array<struct sigaction, caught.size()> before{};
 
 void handle(int /*signal*/)
 {
+    const int error = errno; // of whatever was interrupted
     const char byte = 0;
     [[maybe_unused]] const auto written = write(ends[0], &byte, sizeof byte);
+    errno = error;
 }
 
 } // namespace
@@ -43,8 +47,11 @@ TerminationSignals::TerminationSignals(QObject *parent)
     struct sigaction action{};
     action.sa_handler = handle;
     action.sa_flags = SA_RESTART;
-    for (std::size_t i = 0; i < caught.size(); ++i)
-        sigaction(caught[i], &action, &before[i]);
+    for (std::size_t i = 0; i < caught.size(); ++i) {
+        sigaction(caught[i], nullptr, &before[i]);
+        if (before[i].sa_handler != SIG_IGN) // what nohup and the like have set stays in force
+            sigaction(caught[i], &action, nullptr);
+    }
 }
 
 TerminationSignals::~TerminationSignals()

@@ -40,7 +40,7 @@ bool VsNativeEventFilter::nativeEventFilter(
     default:
         break;
     }
-    if (consumed)
+    if (consumed && result) // there is none for a posted message
         *result = 1;
     return consumed;
 }

@@ -56,7 +56,8 @@ QRect VsNativeEventFilter::windowRectangle([[maybe_unused]] WId window) const
 
 bool VsNativeEventFilter::hasMonitor([[maybe_unused]] WId window) const
 {
-    return meetsAnyScreen(clockGeometry(), screenGeometries());
+    const QRect clock = clockGeometry();
+    return meetsAnyScreen(clock.topLeft(), clock.size(), screenGeometries());
 }
 
 // Where the clock belongs. While its monitor is away that is not where somebody has put it
@@ -74,6 +75,8 @@ void VsNativeEventFilter::showWindow([[maybe_unused]] WId window)
 void VsNativeEventFilter::hideWindow([[maybe_unused]] WId window)
 {
     watchOf(m_watch)->setWindowHidden(true);
+    // Back from where the window manager may have put it: this is what a save has to find.
+    m_mainWindow->setPosition(m_savedGeometry.topLeft());
 }
 
 void VsNativeEventFilter::moveByOneAndBack(

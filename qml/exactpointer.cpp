@@ -46,7 +46,7 @@ bool ExactPointer::sendAnew(QMouseEvent *event)
     if (!isHeld || (position - event->scenePosition()).manhattanLength() <= 1)
         return false;
     QMouseEvent exact(event->type(), position, position, event->globalPosition(), event->button(),
-        event->buttons(), event->modifiers(), event->pointingDevice());
+        event->buttons(), event->modifiers(), event->source(), event->pointingDevice());
     exact.setTimestamp(event->timestamp());
     QCoreApplication::sendEvent(m_window, &exact);
     event->setAccepted(exact.isAccepted());

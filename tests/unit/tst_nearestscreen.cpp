@@ -42,37 +42,39 @@ void TestNearestScreen::meets_data()
 void TestNearestScreen::meets()
 {
     QFETCH(QRect, window);
-    QTEST(meetsAnyScreen(window, twoScreens), "meets");
+    QTEST(meetsAnyScreen(window.topLeft(), window.size(), twoScreens), "meets");
 }
 
 void TestNearestScreen::moves_data()
 {
-    QTest::addColumn<QRect>("window");
-    QTest::addColumn<QPoint>("topLeft");
-    QTest::newRow("already inside") << QRect(10, 10, 200, 200) << QPoint(10, 10);
-    QTest::newRow("left of the first") << QRect(-500, 300, 200, 200) << QPoint(0, 300);
-    QTest::newRow("above and left") << QRect(-500, -500, 200, 200) << QPoint(0, 0);
-    QTest::newRow("below the first") << QRect(100, 5000, 200, 200) << QPoint(100, 880);
-    QTest::newRow("right of the second") << QRect(9000, 500, 200, 200) << QPoint(3000, 500);
-    QTest::newRow("above the second") << QRect(2500, -300, 200, 200) << QPoint(2500, 200);
-    QTest::newRow("larger than any screen") << QRect(-9000, -9000, 4000, 4000) << QPoint(0, 0);
+    QTest::addColumn<QPoint>("position");
+    QTest::addColumn<int>("side");
+    QTest::addColumn<QPoint>("moved");
+    QTest::newRow("already inside") << QPoint(10, 10) << 200 << QPoint(10, 10);
+    QTest::newRow("left of the first") << QPoint(-500, 300) << 200 << QPoint(0, 300);
+    QTest::newRow("above and left") << QPoint(-500, -500) << 200 << QPoint(0, 0);
+    QTest::newRow("below the first") << QPoint(100, 5000) << 200 << QPoint(100, 880);
+    QTest::newRow("right of the second") << QPoint(9000, 500) << 200 << QPoint(3000, 500);
+    QTest::newRow("above the second") << QPoint(2500, -300) << 200 << QPoint(2500, 200);
+    QTest::newRow("larger than any screen") << QPoint(-9000, -9000) << 4000 << QPoint(0, 0);
     QTest::newRow("at the end of what an int holds")
-        << QRect(QPoint(farAway - 200, farAway - 200), QSize(200, 200)) << QPoint(3000, 1024);
+        << QPoint(farAway, farAway) << 200 << QPoint(3000, 1024);
+    QTest::newRow("at the other end") << QPoint(-farAway - 1, -farAway - 1) << 200 << QPoint(0, 0);
 }
 
 void TestNearestScreen::moves()
 {
-    QFETCH(QRect, window);
-    const QRect moved = movedOntoNearestScreen(window, twoScreens);
-    QTEST(moved.topLeft(), "topLeft");
-    QCOMPARE(moved.size(), window.size());
+    QFETCH(QPoint, position);
+    QFETCH(int, side);
+    const QSize size(side, side);
+    QCOMPARE(meetsAnyScreen(position, size, twoScreens), position == QPoint(10, 10));
+    QTEST(positionOnNearestScreen(position, size, twoScreens), "moved");
 }
 
 void TestNearestScreen::withoutScreens()
 {
-    const QRect window(10, 20, 30, 30);
-    QVERIFY(!meetsAnyScreen(window, {}));
-    QCOMPARE(movedOntoNearestScreen(window, {}), window);
+    QVERIFY(!meetsAnyScreen(QPoint(10, 20), QSize(30, 30), {}));
+    QCOMPARE(positionOnNearestScreen(QPoint(10, 20), QSize(30, 30), {}), QPoint(10, 20));
 }
 
 QTEST_APPLESS_MAIN(TestNearestScreen)
