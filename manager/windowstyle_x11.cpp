@@ -7,10 +7,8 @@
 #include <QtCore/qpointer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
-#include <QtGui/qscreen.h>
 
 #include <memory>
-#include <optional>
 #include <string_view>
 
 #include <xcb/shape.h>
@@ -130,25 +128,36 @@ void setDesktop(WId window, uint32_t desktop)
     xcb_flush(ewmh->connection);
 }
 
-// Where the server has the window, which Qt may not know: a window manager that puts the window
-// into a frame and then moves the frame is not always heard of.
-std::optional<QPoint> truePosition(const QWindow *window)
+// Tells Qt once more where the window is. Qt asks the server each time that it moves the window, and
+// may get its answer while the window is in its new frame already and the frame not yet in its
+// place; not every window manager tells of the place later. The event is one that those do send.
+void announcePlace(WId window)
 {
     auto *xcb = connection();
-    const auto screen = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data;
-    const auto cookie = xcb_translate_coordinates(
-        xcb, static_cast<xcb_window_t>(window->winId()), screen->root, 0, 0);
-    const Owned<xcb_translate_coordinates_reply_t> reply(
+    if (!xcb)
+        return;
+    const auto xWindow = static_cast<xcb_window_t>(window);
+    const Owned<xcb_get_geometry_reply_t> size(
+        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, xWindow), nullptr));
+    if (!size)
+        return;
+    const auto cookie = xcb_translate_coordinates(xcb, xWindow, size->root, 0, 0);
+    const Owned<xcb_translate_coordinates_reply_t> place(
         xcb_translate_coordinates_reply(xcb, cookie, nullptr));
-    if (!reply)
-        return std::nullopt;
-    // Qt scales the screens, each from its own corner.
-    const QPoint origin = window->screen()->geometry().topLeft();
-    const QPointF offset = QPoint(reply->dst_x, reply->dst_y) - origin;
-    return origin + (offset / window->devicePixelRatio()).toPoint();
+    if (!place)
+        return;
+    xcb_configure_notify_event_t event{};
+    event.response_type = XCB_CONFIGURE_NOTIFY;
+    event.event = xWindow;
+    event.window = xWindow;
+    event.x = place->dst_x;
+    event.y = place->dst_y;
+    event.width = size->width;
+    event.height = size->height;
+    xcb_send_event(xcb, 0, xWindow, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<char *>(&event));
+    xcb_flush(xcb);
 }
 
-// Sets again what a window loses, and its position right.
 // A window manager takes the state away from a window that is withdrawn, at some time after the
 // hide. So it is set before the show, for the manager to find, and again once the window is seen,
 // in case the manager was late.
@@ -170,8 +179,7 @@ public:
             m_dueWhenSeen = true;
         } else if (event->type() == QEvent::Expose && m_dueWhenSeen && m_window->isExposed()) {
             m_dueWhenSeen = false;
-            apply();
-            correctPosition();
+            announcePlace(m_window->winId());
         }
         return QObject::eventFilter(watched, event);
     }
@@ -190,17 +198,10 @@ private:
             m_apply();
     }
 
-    void correctPosition() const
-    {
-        const auto position = hints() ? truePosition(m_window) : std::nullopt;
-        if (position && (*position - m_window->position()).manhattanLength() > 1)
-            m_window->setPosition(*position);
-    }
-
     QWindow *m_window; // the parent
     QPointer<QObject> m_context;
     std::function<void()> m_apply;
-    bool m_dueWhenSeen = false;
+    bool m_dueWhenSeen = true;
 };
 
 // Above its like as well, without asking for the focus: the state alone says nothing about two

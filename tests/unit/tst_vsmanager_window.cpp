@@ -11,7 +11,6 @@
 #include "manager/vsmanager.h"
 
 #include <QtGui/qevent.h>
-#include <QtGui/qscreen.h>
 #include <QtTest/qsignalspy.h>
 #include <QtTest/qtest.h>
 
@@ -256,8 +255,6 @@ void TestVsManagerWindow::offScreenClockIsBroughtBack_data()
     QTest::newRow("off the screen") << QPoint(-5000, 60) << false << QPoint(0, 60);
     QTest::newRow("off the screen, but told to stay")
         << QPoint(-5000, 60) << true << QPoint(-5000, 60);
-    QTest::newRow("at the end of what an int holds") << QPoint(std::numeric_limits<int>::max(),
-        60) << false << QPoint(QGuiApplication::primaryScreen()->geometry().width() - 200, 60);
     QTest::newRow("partly on it") << QPoint(-100, 60) << false << QPoint(-100, 60);
 }
 
