@@ -14,6 +14,8 @@
 #include <QtGui/qscreen.h>
 #include <QtTest/qtestsystem.h>
 
+#include <csignal>
+
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -71,6 +73,29 @@ bool ClockHome::writeSettings(const QJsonObject &settings) const
         && file.write(QJsonDocument(settings).toJson()) > 0;
 }
 
+QJsonObject ClockHome::settings() const
+{
+    QFile file(settingsFolder() + u"/config.json"_s);
+    return file.open(QFile::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
+                                      : QJsonObject();
+}
+
+QRectF ClockHome::storedGeometry() const
+{
+    const QJsonObject group = settings()[u"Geometry"_s].toObject();
+    return {group[u"Left"_s].toDouble(), group[u"Top"_s].toDouble(), group[u"Width"_s].toDouble(),
+        group[u"Height"_s].toDouble()};
+}
+
+QJsonObject settingsAt(QRectF geometry, const QJsonObject &others)
+{
+    QJsonObject settings = others;
+    settings.insert(u"Geometry"_s,
+        QJsonObject{{u"Left"_s, geometry.x()}, {u"Top"_s, geometry.y()},
+            {u"Width"_s, geometry.width()}, {u"Height"_s, geometry.height()}});
+    return settings;
+}
+
 QMap<QString, QString> timeStandingAt(const QString &dateTime)
 {
     return fakeTime(u"FAKETIME"_s, dateTime);
@@ -109,12 +134,22 @@ RunningClock::~RunningClock()
     }
 }
 
+bool RunningClock::hasMappedWindow()
+{
+    if (!m_window)
+        m_window = XWindow::ofProcess(m_process.processId());
+    return m_window && m_window.isMapped();
+}
+
+bool RunningClock::waitForMappedWindow()
+{
+    return QTest::qWaitFor([this] { return hasMappedWindow(); }, limitMs) && isRunning();
+}
+
 bool RunningClock::waitForWindow()
 {
     const auto isPainted = [this] {
-        if (!m_window)
-            m_window = XWindow::ofProcess(m_process.processId());
-        if (!m_window || !m_window.isMapped())
+        if (!hasMappedWindow())
             return false;
         // The wallpaper is one plain colour, so whatever differs from its pixel is painted.
         const QImage here = picture();
@@ -122,7 +157,7 @@ bool RunningClock::waitForWindow()
         bare.fill(screenPicture(QRect(0, 0, 1, 1)).pixelColor(0, 0));
         return here != bare;
     };
-    return QTest::qWaitFor(isPainted, limitMs) && m_process.state() == QProcess::Running;
+    return QTest::qWaitFor(isPainted, limitMs) && isRunning();
 }
 
 std::optional<int> RunningClock::waitForExit()
@@ -134,6 +169,8 @@ std::optional<int> RunningClock::waitForExit()
         return std::nullopt;
     return m_process.exitCode();
 }
+
+void RunningClock::signal(int signal) const { ::kill(pid_t(pid()), signal); }
 
 qint64 RunningClock::processorTimeMs() const
 {
@@ -179,6 +216,12 @@ QImage RunningClock::stillPicture() const
         }
     }
     return last;
+}
+
+QRegion circle(int side)
+{
+    // The ellipse begins one pixel to the left of the window and above it.
+    return QRegion(-1, -1, side + 1, side + 1, QRegion::Ellipse) & QRect(0, 0, side, side);
 }
 
 QImage screenPicture(QRect rectangle)

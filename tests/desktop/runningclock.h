@@ -25,10 +25,17 @@ public:
     QString settingsFolder() const;
     /// Writes the configuration file; what \a settings does not name gets its default at start.
     bool writeSettings(const QJsonObject &settings) const;
+    /// The configuration file as it stands; empty without one.
+    QJsonObject settings() const;
+    /// The window's geometry in that file.
+    QRectF storedGeometry() const;
 
 private:
     QTemporaryDir m_folder;
 };
+
+/// Settings with a place for the window, and whatever else \a others name.
+QJsonObject settingsAt(QRectF geometry, const QJsonObject &others = {});
 
 /// What a clock is started with beside its home.
 struct ClockStart {
@@ -55,10 +62,16 @@ public:
 
     /// Waits until the clock window is on the screen and painted. False if that never happens.
     [[nodiscard]] bool waitForWindow();
+    /// The same for a window that lies on no screen, where nothing can be seen.
+    [[nodiscard]] bool waitForMappedWindow();
     /// Waits until the program ends by itself and returns its exit code; none if it goes on or
     /// crashes.
     [[nodiscard]] std::optional<int> waitForExit();
 
+    /// Sends \a signal to the program.
+    void signal(int signal) const;
+
+    bool isRunning() const { return m_process.state() == QProcess::Running; }
     XWindow window() const { return m_window; }
     qint64 pid() const { return m_process.processId(); }
     /// Everything that the program has written so far.
@@ -74,10 +87,15 @@ public:
     QImage stillPicture() const;
 
 private:
+    bool hasMappedWindow();
+
     QProcess m_process;
     XWindow m_window;
     QByteArray m_output;
 };
+
+/// The mask of a round clock, as much of it as lies in the window.
+QRegion circle(int side);
 
 /// A part of the screen, in pixels of the screen.
 QImage screenPicture(QRect rectangle);

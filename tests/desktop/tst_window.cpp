@@ -20,15 +20,7 @@ namespace
 
 QJsonObject geometry(double left, double top, double width, double height)
 {
-    return {{u"Geometry"_s,
-        QJsonObject{
-            {u"Left"_s, left}, {u"Top"_s, top}, {u"Width"_s, width}, {u"Height"_s, height}}}};
-}
-
-// The ellipse that is the mask begins one pixel to the left of the window and above it.
-QRegion circle(int side)
-{
-    return QRegion(-1, -1, side + 1, side + 1, QRegion::Ellipse) & QRect(0, 0, side, side);
+    return settingsAt(QRectF(left, top, width, height));
 }
 
 } // namespace

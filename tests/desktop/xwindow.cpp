@@ -4,6 +4,7 @@
 #include "tests/desktop/xwindow.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <memory>
 
@@ -226,6 +227,57 @@ bool XWindow::isShaped() const
 QRegion XWindow::shape() const { return region(XCB_SHAPE_SK_BOUNDING); }
 
 QRegion XWindow::inputShape() const { return region(XCB_SHAPE_SK_INPUT); }
+
+QMargins XWindow::frame() const
+{
+    auto &ewmh = server().ewmh;
+    xcb_ewmh_get_extents_reply_t extents = {};
+    xcb_ewmh_get_frame_extents_reply(
+        &ewmh, xcb_ewmh_get_frame_extents(&ewmh, m_id), &extents, nullptr);
+    return {
+        int(extents.left), int(extents.top), int(extents.right), int(extents.bottom)};
+}
+
+void XWindow::setGeometry(QRect rectangle) const
+{
+    const std::array values{uint32_t(rectangle.x()), uint32_t(rectangle.y()),
+        uint32_t(rectangle.width()), uint32_t(rectangle.height())};
+    xcb_configure_window(server().xcb, m_id,
+        XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH
+            | XCB_CONFIG_WINDOW_HEIGHT,
+        values.data());
+    xcb_flush(server().xcb);
+}
+
+void XWindow::minimize() const
+{
+    constexpr uint32_t iconicState = 3; // ICCCM 4.1.4
+    xcb_client_message_event_t event = {};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = m_id;
+    event.type = atomOf("WM_CHANGE_STATE");
+    event.data.data32[0] = iconicState;
+    xcb_send_event(server().xcb, 0, server().root(),
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+        reinterpret_cast<const char *>(&event));
+    xcb_flush(server().xcb);
+}
+
+void XWindow::activate() const
+{
+    auto &ewmh = server().ewmh;
+    xcb_ewmh_request_change_active_window(&ewmh, 0, m_id, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
+        XCB_CURRENT_TIME, XCB_WINDOW_NONE);
+    xcb_flush(server().xcb);
+}
+
+void XWindow::raise() const
+{
+    const uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(server().xcb, m_id, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    xcb_flush(server().xcb);
+}
 
 QRegion XWindow::region(int kind) const
 {

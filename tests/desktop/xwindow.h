@@ -5,6 +5,7 @@
 
 #include <QtCore/qbytearray.h>
 #include <QtCore/qlist.h>
+#include <QtCore/qmargins.h>
 #include <QtCore/qpoint.h>
 #include <QtCore/qrect.h>
 #include <QtGui/qimage.h>
@@ -57,6 +58,16 @@ public:
     bool isShaped() const;
     QRegion shape() const;
     QRegion inputShape() const;
+    /// What the window manager has put around it; null for a window without decorations.
+    QMargins frame() const;
+
+    // What other programs may ask of it; the window manager decides and the answer comes later.
+    void setGeometry(QRect rectangle) const;
+    void minimize() const;
+    /// As a pager or a taskbar does, which brings back a minimised window as well.
+    void activate() const;
+    /// Asks for a place above all windows that are topmost, too.
+    void raise() const;
 
 private:
     QRegion region(int kind) const;
