@@ -179,6 +179,7 @@ public:
             m_dueWhenSeen = true;
         } else if (event->type() == QEvent::Expose && m_dueWhenSeen && m_window->isExposed()) {
             m_dueWhenSeen = false;
+            apply();
             announcePlace(m_window->winId());
         }
         return QObject::eventFilter(watched, event);
