@@ -36,7 +36,8 @@ print_summary() {
     printf '\n== summary of %s\n' "$(basename "$0")"
     printf '%s\n' "${timings[@]}"
     printf '%-14s %10s\n' total "$(minutes_since 0)"
-    if ((code != 0)); then
+    # A signal can end the script in the middle of a stage with no failure before it.
+    if ((code != 0)) || [[ -n $failed ]]; then
         echo "FAILED${failed:+ in $failed}"
     else
         echo "passed"
