@@ -19,7 +19,8 @@ constexpr auto burst = 100ms;
 // Much longer than a burst, which may arrive late: a window manager's answer to a change must not
 // count as the place.
 constexpr auto stillness = 1000ms;
-// By then a window manager that cares for stray windows has done so.
+// By then a window manager that cares for stray windows has done so; some leave no more than a rim
+// of them in sight.
 constexpr auto patience = 1000ms;
 
 void setUp(QTimer &timer, std::chrono::milliseconds interval)
@@ -40,7 +41,7 @@ DisplayWatch::DisplayWatch(QObject *parent)
     connect(&m_settleTimer, &QTimer::timeout, this, &DisplayWatch::noteSettledGeometry);
     connect(&m_rescueTimer, &QTimer::timeout, this, [this] {
         if (m_window)
-            rescueOffScreenWindow(m_window);
+            moveWindowOntoNearestScreen(m_window);
     });
 
     const auto changed = [this] { m_changeTimer.start(); };

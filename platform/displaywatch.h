@@ -34,8 +34,9 @@ public:
     /// window is closed.
     void setWindowHidden(bool hidden);
 
-    /// Brings the window onto a screen if it is on none a second from now.
+    /// Brings the window fully onto the nearest screen a second from now.
     void rescueLater() { m_rescueTimer.start(); }
+    void cancelRescue() { m_rescueTimer.stop(); }
 
 Q_SIGNALS:
     /// Screens were added, removed or moved, once for a burst of such changes.

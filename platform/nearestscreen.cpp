@@ -67,7 +67,12 @@ QList<QRect> screenGeometries()
 
 void rescueOffScreenWindow(QWindow *window)
 {
-    const QList<QRect> screens = screenGeometries();
-    if (!meetsAnyScreen(window->position(), window->size(), screens))
-        window->setPosition(positionOnNearestScreen(window->position(), window->size(), screens));
+    if (!meetsAnyScreen(window->position(), window->size(), screenGeometries()))
+        moveWindowOntoNearestScreen(window);
+}
+
+void moveWindowOntoNearestScreen(QWindow *window)
+{
+    window->setPosition(
+        positionOnNearestScreen(window->position(), window->size(), screenGeometries()));
 }

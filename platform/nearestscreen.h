@@ -27,3 +27,6 @@ class QWindow;
 
 /// Brings \a window fully onto the nearest screen if it lies on none at all.
 void rescueOffScreenWindow(QWindow *window);
+
+/// The same wherever it lies: a part of it on a screen is not enough.
+void moveWindowOntoNearestScreen(QWindow *window);

@@ -34,7 +34,11 @@ void VsNativeEventFilter::startWatching()
     connect(watch.get(), &DisplayWatch::minimized, this, &VsNativeEventFilter::aboutToMinimize);
     connect(watch.get(), &DisplayWatch::displayChanged, this, [this] {
         // Windows finds a place for a window whose monitor is gone; here nobody may.
-        if (m_mainWindow && !handleDisplayChange(m_mainWindowId))
+        if (!m_mainWindow)
+            return;
+        if (handleDisplayChange(m_mainWindowId))
+            watchOf(m_watch)->cancelRescue();
+        else
             watchOf(m_watch)->rescueLater();
     });
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this,
