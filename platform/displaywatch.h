@@ -30,6 +30,9 @@ public:
     /// The geometry that the window had when it last stood still for a moment.
     [[nodiscard]] QRect settledGeometry() const { return m_settledGeometry; }
 
+    /// Takes \a geometry, where the window is about to be put, for settled at once.
+    void setSettledGeometry(const QRect &geometry) { m_settledGeometry = geometry; }
+
     /// Hides the window or shows it. While it is hidden the program lives on, whichever other
     /// window is closed.
     void setWindowHidden(bool hidden);

@@ -73,6 +73,7 @@ QRect VsNativeEventFilter::clockGeometry() const
 
 void VsNativeEventFilter::showWindow([[maybe_unused]] WId window)
 {
+    watchOf(m_watch)->setSettledGeometry(m_savedGeometry); // it may be lost again within a second
     watchOf(m_watch)->setWindowHidden(false);
 }
 
