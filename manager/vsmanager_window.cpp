@@ -105,6 +105,7 @@ void VsManager::onMainWindowStateChange()
     if (m_mainWindow->windowState() == Qt::WindowMinimized) {
         // A plain window, with an entry on the taskbar to restore it from.
         m_mainWindow->setFlags(Qt::Window);
+        WindowStyle::keepFrameless(m_mainWindow->winId());
         WindowStyle::offerForRestore(m_mainWindow->winId());
     } else {
         setShowOnTaskbar(m_config->showOnTaskbar(), false);
@@ -184,6 +185,7 @@ void VsManager::setShowOnTaskbar(bool enabled, bool storeGeometry)
     if (enabled) {
         m_mainWindow->setFlags(m_mainWindow->flags() | Qt::Window | Qt::WindowSystemMenuHint
             | Qt::WindowMinimizeButtonHint);
+        WindowStyle::keepFrameless(m_mainWindow->winId());
     } else {
         m_mainWindow->setFlags(Qt::FramelessWindowHint | Qt::CustomizeWindowHint);
     }

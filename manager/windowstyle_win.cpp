@@ -51,6 +51,11 @@ void offerForRestore([[maybe_unused]] WId window)
     // The window flags alone put it on the taskbar.
 }
 
+void keepFrameless([[maybe_unused]] WId window)
+{
+    // The flags alone decide.
+}
+
 void showWindow(WId window) { ShowWindow(handleOf(window), SW_SHOW); }
 
 void reapplyWhenLost([[maybe_unused]] QWindow *window, [[maybe_unused]] QObject *context,

@@ -8,6 +8,7 @@
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
 
+#include <array>
 #include <memory>
 #include <string_view>
 
@@ -128,8 +129,8 @@ void setDesktop(WId window, uint32_t desktop)
     xcb_flush(ewmh->connection);
 }
 
-// Tells Qt once more where the window is. Qt asks the server each time that it moves the window, and
-// may get its answer while the window is in its new frame already and the frame not yet in its
+// Tells Qt once more where the window is. Qt asks the server each time that it moves the window,
+// and may get its answer while the window is in its new frame already and the frame not yet in its
 // place; not every window manager tells of the place later. The event is one that those do send.
 void announcePlace(WId window)
 {
@@ -158,6 +159,37 @@ void announcePlace(WId window)
     xcb_flush(xcb);
 }
 
+// Without a frame, also while Qt's flags ask for one.
+void setFrameless(xcb_connection_t *xcb, xcb_window_t window)
+{
+    static const xcb_atom_t hints = atomOf(xcb, "_MOTIF_WM_HINTS");
+    constexpr uint32_t decorationsCount = 2; // in the first field; the third one has them: none
+    constexpr std::array<uint32_t, 5> values{decorationsCount, 0, 0, 0, 0};
+    if (hints != XCB_ATOM_NONE) {
+        xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, hints, hints, 32,
+            static_cast<uint32_t>(values.size()), values.data());
+    }
+}
+
+// Qt notes in the hints that it has minimised a window itself, and leaves it there: the next show
+// would be of an icon.
+void startShown(xcb_connection_t *xcb, xcb_window_t window)
+{
+    constexpr uint32_t fields = 9; // ICCCM 4.1.2.4: flags, input, initial state and others
+    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb,
+        xcb_get_property(xcb, 0, window, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, 0, fields),
+        nullptr));
+    if (!reply || xcb_get_property_value_length(reply.get()) != int(fields * sizeof(uint32_t)))
+        return;
+    constexpr uint32_t hasInitialState = 2;
+    constexpr uint32_t normal = 1;
+    auto *values = static_cast<uint32_t *>(xcb_get_property_value(reply.get()));
+    values[0] |= hasInitialState;
+    values[2] = normal;
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS,
+        32, fields, values);
+}
+
 // A window manager takes the state away from a window that is withdrawn, at some time after the
 // hide. So it is set before the show, for the manager to find, and again once the window is seen,
 // in case the manager was late.
@@ -175,6 +207,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == QEvent::Show || isNewSurface(event)) {
+            prepareForShow();
             apply();
             m_dueWhenSeen = true;
         } else if (event->type() == QEvent::Expose && m_dueWhenSeen && m_window->isExposed()) {
@@ -191,6 +224,13 @@ private:
         return event->type() == QEvent::PlatformSurface
             && static_cast<const QPlatformSurfaceEvent *>(event)->surfaceEventType()
             == QPlatformSurfaceEvent::SurfaceCreated;
+    }
+
+    void prepareForShow() const
+    {
+        keepFrameless(m_window->winId());
+        if (connection() && !m_window->windowStates().testFlag(Qt::WindowMinimized))
+            startShown(connection(), static_cast<xcb_window_t>(m_window->winId()));
     }
 
     void apply() const
@@ -259,6 +299,15 @@ void offerForRestore(WId window)
 {
     if (const auto *ewmh = hints())
         setState(window, {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER}, false);
+}
+
+void keepFrameless(WId window)
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return;
+    setFrameless(xcb, static_cast<xcb_window_t>(window));
+    xcb_flush(xcb);
 }
 
 void showWindow([[maybe_unused]] WId window)
