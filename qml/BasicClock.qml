@@ -52,6 +52,10 @@ Rectangle {
         property real sourceRatio: root.imageSourceRatio
         readonly property real sourceSide: root.boundedSide(root.width * sourceRatio)
 
+        // At three source pixels to one of the screen a sample would take the middle one of each nine
+        // and miss the rest. Half a source pixel aside it takes in four: smooth edges.
+        x: root.pixelRatio === 1 ? 1 / 6 : 0
+        y: x
         width: root.width
         height: root.height
         cache: root.imageCache
