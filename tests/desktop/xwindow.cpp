@@ -100,11 +100,26 @@ QList<XWindow> XWindow::clients()
     return result;
 }
 
+// Whatever their order: not every window manager tells that before there is more than one.
+static QList<XWindow> managedWindows()
+{
+    QList<XWindow> result;
+    auto &ewmh = server().ewmh;
+    xcb_ewmh_get_windows_reply_t reply;
+    if (xcb_ewmh_get_client_list_reply(
+            &ewmh, xcb_ewmh_get_client_list(&ewmh, 0), &reply, nullptr)) {
+        for (uint32_t i = 0; i < reply.windows_len; ++i)
+            result.append(XWindow(reply.windows[i]));
+        xcb_ewmh_get_windows_reply_wipe(&reply);
+    }
+    return result;
+}
+
 XWindow XWindow::ofProcess(qint64 pid)
 {
     auto &ewmh = server().ewmh;
     QList<XWindow> found;
-    for (const XWindow client : clients()) {
+    for (const XWindow client : managedWindows()) {
         uint32_t owner = 0;
         if (xcb_ewmh_get_wm_pid_reply(
                 &ewmh, xcb_ewmh_get_wm_pid(&ewmh, client.m_id), &owner, nullptr)
@@ -125,7 +140,7 @@ XWindow XWindow::active()
 XWindow XWindow::under(QPoint point)
 {
     // A window manager may have put the client into a frame, so the way down is searched.
-    const QList<XWindow> all = clients();
+    const QList<XWindow> all = managedWindows();
     xcb_window_t window = childAt(server().root(), point);
     while (window != XCB_WINDOW_NONE && !all.contains(XWindow(window)))
         window = childAt(window, point);

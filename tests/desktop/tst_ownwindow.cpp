@@ -1,0 +1,246 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+// What other programs cannot bring about: the clock's window is this program's own here, and its
+// manager is called as the documents call it. How it comes out is seen from outside again.
+
+#include "config/maker.h"
+#include "config/vsconfig.h"
+#include "manager/vsmanager.h"
+#include "qml/vespermodule.h"
+#include "tests/desktop/runningclock.h"
+#include "tests/desktop/xinput.h"
+
+#include <QtGui/qguiapplication.h>
+#include <QtGui/qscreen.h>
+#include <QtQml/qqmlapplicationengine.h>
+#include <QtQuick/qquickwindow.h>
+#include <QtTest/qsignalspy.h>
+#include <QtTest/qtest.h>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr QRect place(420, 310, 200, 200);
+
+} // namespace
+
+class TestOwnWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void movesToTheCorners_data();
+    void movesToTheCorners();
+    void movesToTheMiddle();
+    void comesToTheTaskbarAndGoes_data();
+    void comesToTheTaskbarAndGoes();
+    void isMinimizedByItsMenu_data();
+    void isMinimizedByItsMenu();
+    void canBeResizedLater();
+    void letsTheMouseThroughLater();
+
+private:
+    XWindow window() const { return XWindow(uint32_t(m_window->winId())); }
+    bool isRound() const
+    {
+        return (window().shape() & QRect(QPoint(), place.size())) == circle(place.width());
+    }
+    bool call(const char *method) const
+    {
+        return QMetaObject::invokeMethod(m_manager.get(), method);
+    }
+
+    const ClockHome m_home;
+    VsConfig *m_config = nullptr;
+    std::unique_ptr<QQmlApplicationEngine> m_engine;
+    std::unique_ptr<VsManager> m_manager;
+    QQuickWindow *m_window = nullptr;
+};
+
+void TestOwnWindow::initTestCase()
+{
+    qputenv("HOME", m_home.path().toUtf8());
+    QCoreApplication::setOrganizationDomain(Maker::organizationDomain);
+    QCoreApplication::setApplicationName(u"Vesper"_s);
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    registerVesperModule();
+    m_config = VsConfig::instance();
+    QCOMPARE(QGuiApplication::primaryScreen()->geometry(), QRect(0, 0, 1920, 1080));
+}
+
+void TestOwnWindow::init()
+{
+    QTest::failOnWarning();
+    XInput::moveTo({5, 5});
+    m_config->setShowOnTaskbar(false);
+    m_config->setIgnoreMouseEvent(false);
+    m_config->setResizeEnabled(false);
+    m_config->setLeft(place.x());
+    m_config->setTop(place.y());
+    m_config->setWidth(place.width());
+    m_config->setHeight(place.height());
+
+    m_engine = std::make_unique<QQmlApplicationEngine>();
+    m_manager = std::make_unique<VsManager>();
+    m_manager->setEngine(m_engine.get());
+    m_engine->load(u"qrc:/qt/qml/vesper/qml/main.qml"_s);
+    QVERIFY(!m_engine->rootObjects().isEmpty());
+    m_window = qobject_cast<QQuickWindow *>(m_engine->rootObjects().constFirst());
+    QVERIFY(m_window);
+    m_manager->setMainWindow(m_window);
+    m_manager->start();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window));
+    QTRY_COMPARE(window().geometry(), place);
+    QTRY_COMPARE(m_window->geometry(), place);
+    QTRY_VERIFY(window().states().contains("ABOVE"));
+}
+
+void TestOwnWindow::cleanup()
+{
+    m_engine.reset(); // it reads what the manager has published
+    m_manager.reset();
+}
+
+void TestOwnWindow::movesToTheCorners_data()
+{
+    QTest::addColumn<QByteArray>("method");
+    QTest::addColumn<QPoint>("expected");
+
+    QTest::newRow("top left") << "moveToTopLeft"_ba << QPoint(0, 0);
+    QTest::newRow("top right") << "moveToTopRight"_ba << QPoint(1719, 0);
+    QTest::newRow("bottom right") << "moveToBottomRight"_ba << QPoint(1719, 879);
+    QTest::newRow("bottom left") << "moveToBottomLeft"_ba << QPoint(0, 879);
+}
+
+void TestOwnWindow::movesToTheCorners()
+{
+    QFETCH(QByteArray, method);
+    QFETCH(QPoint, expected);
+
+    const QRect target(expected, place.size());
+    QSignalSpy finished(m_manager.get(), &VsManager::windowMovingAnimationFinished);
+    QVERIFY(call(method.constData()));
+    QVERIFY(finished.wait());
+    QTRY_COMPARE(window().geometry(), target);
+    QTRY_VERIFY(isRound());
+    QCOMPARE(m_home.storedGeometry(), QRectF(target));
+}
+
+void TestOwnWindow::movesToTheMiddle()
+{
+    XInput::moveTo({1800, 1000});
+    QSignalSpy finished(m_manager.get(), &VsManager::windowMovingAnimationFinished);
+    QVERIFY(call("moveToCenterAtCurrentScreen"));
+    QVERIFY(finished.wait());
+    QRect target = place;
+    target.moveCenter(QRect(0, 0, 1920, 1080).center());
+    QTRY_COMPARE(window().geometry(), target);
+}
+
+void TestOwnWindow::comesToTheTaskbarAndGoes_data()
+{
+    QTest::addColumn<bool>("ignoreMouseEvent");
+
+    QTest::newRow("plain") << false;
+    QTest::newRow("click-through") << true;
+}
+
+void TestOwnWindow::comesToTheTaskbarAndGoes()
+{
+    QFETCH(bool, ignoreMouseEvent);
+
+    m_config->setIgnoreMouseEvent(ignoreMouseEvent);
+    QVERIFY(window().states().contains("SKIP_TASKBAR"));
+    for (const bool shown : {true, false, true, false}) {
+        m_config->setShowOnTaskbar(shown);
+        QTRY_COMPARE(window().states().contains("SKIP_TASKBAR"), !shown);
+        QTRY_VERIFY(window().isMapped());
+        QTest::qWait(500); // for whatever comes late
+        QCOMPARE(window().states().contains("SKIP_TASKBAR"), !shown);
+        QVERIFY(window().isMapped());
+        QVERIFY(window().states().contains("ABOVE"));
+        QCOMPARE(window().geometry(), place);
+        QCOMPARE(m_window->geometry(), place);
+        QCOMPARE(window().frame(), QMargins());
+        QVERIFY(isRound());
+        QCOMPARE(XWindow::under(place.center()), ignoreMouseEvent ? XWindow() : window());
+    }
+}
+
+void TestOwnWindow::isMinimizedByItsMenu_data()
+{
+    QTest::addColumn<bool>("showOnTaskbar");
+
+    QTest::newRow("plain") << false;
+    QTest::newRow("on the taskbar") << true;
+}
+
+void TestOwnWindow::isMinimizedByItsMenu()
+{
+    QFETCH(bool, showOnTaskbar);
+
+    m_config->setShowOnTaskbar(showOnTaskbar);
+    QTRY_COMPARE(window().states().contains("SKIP_TASKBAR"), !showOnTaskbar);
+    QTest::qWait(300); // the change is over
+    const QRect here = place.translated(333, -111);
+    m_window->setGeometry(here);
+    QTRY_COMPARE(window().geometry(), here);
+    for (int i = 0; i < 10; ++i) {
+        m_window->showMinimized();
+        QTRY_VERIFY(!window().isMapped());
+        QTRY_VERIFY(!window().states().contains("SKIP_TASKBAR"));
+        QTest::qWait(200); // nobody brings it back faster
+        QVERIFY(call("saveConfig"));
+        QCOMPARE(m_home.storedGeometry(), QRectF(here));
+        window().activate();
+        QTRY_VERIFY(window().isMapped());
+        QTRY_COMPARE(window().states().contains("SKIP_TASKBAR"), !showOnTaskbar);
+        QTRY_VERIFY(window().states().contains("ABOVE"));
+        QTRY_COMPARE(window().geometry(), here);
+        QTest::qWait(300); // for whatever comes late
+        QCOMPARE(window().geometry(), here);
+        QCOMPARE(window().frame(), QMargins());
+        QCOMPARE(window().states().contains("SKIP_TASKBAR"), !showOnTaskbar);
+    }
+}
+
+void TestOwnWindow::canBeResizedLater()
+{
+    const QPoint corner = place.bottomRight() - QPoint(8, 8);
+    QVERIFY(!XWindow::under(corner));
+    m_config->setResizeEnabled(true);
+    QTRY_COMPARE(XWindow::under(corner), window());
+    QTest::qWait(500); // the grips are drawn
+    XInput::drag({corner, corner + QPoint(40, 40)});
+    QTRY_COMPARE(window().geometry(), place.adjusted(0, 0, 40, 40));
+    m_config->setResizeEnabled(false);
+    QTRY_COMPARE(window().shape() & QRect(0, 0, 240, 240), circle(240));
+}
+
+void TestOwnWindow::letsTheMouseThroughLater()
+{
+    QCOMPARE(XWindow::under(place.center()), window());
+    m_config->setIgnoreMouseEvent(true);
+    QTRY_COMPARE(XWindow::under(place.center()), XWindow());
+    m_config->setIgnoreMouseEvent(false);
+    QTRY_COMPARE(XWindow::under(place.center()), window());
+    // Also what has grown meanwhile.
+    m_config->setIgnoreMouseEvent(true);
+    m_window->resize(400, 400);
+    QTRY_COMPARE(window().geometry().width(), 400);
+    QVERIFY(call("updateMask"));
+    m_config->setIgnoreMouseEvent(false);
+    QTRY_COMPARE(XWindow::under(place.topLeft() + QPoint(380, 200)), window());
+}
+
+QTEST_MAIN(TestOwnWindow)
+#include "tst_ownwindow.moc"
