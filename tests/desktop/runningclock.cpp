@@ -157,7 +157,8 @@ bool RunningClock::waitForWindow()
         bare.fill(screenPicture(QRect(0, 0, 1, 1)).pixelColor(0, 0));
         return here != bare;
     };
-    return QTest::qWaitFor(isPainted, limitMs) && isRunning();
+    const auto isOver = [this] { return m_process.state() == QProcess::NotRunning; };
+    return QTest::qWaitFor([&] { return isOver() || isPainted(); }, limitMs) && !isOver();
 }
 
 std::optional<int> RunningClock::waitForExit()

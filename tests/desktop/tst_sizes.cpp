@@ -23,13 +23,17 @@ struct Layer {
     QJsonObject without;
 };
 
-const QList<Layer> layers{
-    {"base", {{u"OpacityGroup"_s, QJsonObject{{u"BackgroundOpacity"_s, 0.0}}}}},
-    {"background", {{u"UseDefaultBackgroundImage"_s, false}}},
-    {"dial", {{u"OpacityGroup"_s, QJsonObject{{u"FacOpacity"_s, 0.0}}}}},
-    {"hands", {{u"OpacityGroup"_s, QJsonObject{{u"HandsOpacity"_s, 0.0}}}}},
-    {"second hand", {{u"SecondHand"_s, false}}},
-};
+const QList<Layer> &layers()
+{
+    static const QList<Layer> all{
+        {"base", {{u"OpacityGroup"_s, QJsonObject{{u"BackgroundOpacity"_s, 0.0}}}}},
+        {"background", {{u"UseDefaultBackgroundImage"_s, false}}},
+        {"dial", {{u"OpacityGroup"_s, QJsonObject{{u"FacOpacity"_s, 0.0}}}}},
+        {"hands", {{u"OpacityGroup"_s, QJsonObject{{u"HandsOpacity"_s, 0.0}}}}},
+        {"second hand", {{u"SecondHand"_s, false}}},
+    };
+    return all;
+}
 
 // The clock without texts, which have sizes of their own, made small.
 QImage pictureOf(QJsonObject settings, int side, const QString &ratio)
@@ -99,7 +103,7 @@ void TestSizes::initTestCase()
 {
     m_whole = pictureOf({}, referenceSide, u"1"_s);
     QVERIFY(!m_whole.isNull());
-    for (const Layer &layer : layers) {
+    for (const Layer &layer : layers()) {
         m_withoutLayer.append(pictureOf(layer.without, referenceSide, u"1"_s));
         QVERIFY2(!m_withoutLayer.last().isNull(), layer.name);
         QVERIFY2(!shows(m_withoutLayer.last(), m_whole, m_withoutLayer.last()), layer.name);
@@ -128,8 +132,8 @@ void TestSizes::paintsEveryLayer()
 
     const QImage picture = pictureOf({}, side, ratio);
     QVERIFY(!picture.isNull());
-    for (qsizetype i = 0; i < layers.size(); ++i)
-        QVERIFY2(shows(picture, m_whole, m_withoutLayer.at(i)), layers.at(i).name);
+    for (qsizetype i = 0; i < layers().size(); ++i)
+        QVERIFY2(shows(picture, m_whole, m_withoutLayer.at(i)), layers().at(i).name);
 }
 
 QTEST_MAIN(TestSizes)

@@ -18,9 +18,12 @@ namespace
 constexpr int storedSide = 300;
 constexpr int ownSide = 320;
 
-const QJsonObject storedSettings = {{u"Geometry"_s,
-    QJsonObject{
-        {u"Left"_s, 200}, {u"Top"_s, 150}, {u"Width"_s, storedSide}, {u"Height"_s, storedSide}}}};
+QJsonObject storedSettings()
+{
+    return {{u"Geometry"_s,
+        QJsonObject{{u"Left"_s, 200}, {u"Top"_s, 150}, {u"Width"_s, storedSide},
+            {u"Height"_s, storedSide}}}};
+}
 
 bool writeFile(const QString &path, const QByteArray &content)
 {
@@ -41,7 +44,8 @@ bool mirror(const QString &from, const QString &to, const QString &hidden)
     if (!QDir().mkpath(to))
         return false;
     const QString name = hidden.section(u'/', 0, 0);
-    for (const QString &entry : entriesOf(from)) {
+    const QStringList entries = entriesOf(from);
+    for (const QString &entry : entries) {
         if (entry != name && !QFile::link(from + u'/' + entry, to + u'/' + entry))
             return false;
     }
@@ -87,7 +91,7 @@ void TestStartup::resets()
     QFETCH(QStringList, arguments);
 
     const ClockHome home;
-    QVERIFY(home.writeSettings(storedSettings));
+    QVERIFY(home.writeSettings(storedSettings()));
     RunningClock clock(home, {.arguments = arguments});
     QVERIFY(clock.waitForWindow());
     QCOMPARE(clock.window().geometry().size(), QSize(ownSide, ownSide));
@@ -99,7 +103,7 @@ void TestStartup::resets()
 void TestStartup::resetKeepsOtherFilesOfTheMaker()
 {
     const ClockHome home;
-    QVERIFY(home.writeSettings(storedSettings));
+    QVERIFY(home.writeSettings(storedSettings()));
     QVERIFY(writeFile(home.settingsFolder() + u"/other.txt"_s, "gone"));
     QVERIFY(writeFile(home.makerFolder() + u"/other.txt"_s, "kept"));
     RunningClock clock(home, {.arguments = {u"--reset"_s}});
@@ -125,7 +129,7 @@ void TestStartup::ignoresUnknownArguments()
     QFETCH(QStringList, arguments);
 
     const ClockHome home;
-    QVERIFY(home.writeSettings(storedSettings));
+    QVERIFY(home.writeSettings(storedSettings()));
     RunningClock clock(home, {.arguments = arguments});
     QVERIFY(clock.waitForWindow());
     QCOMPARE(clock.window().geometry().size(), QSize(storedSide, storedSide));
@@ -151,7 +155,7 @@ void TestStartup::uninstalls()
     QFETCH(QStringList, arguments);
 
     const ClockHome home;
-    QVERIFY(home.writeSettings(storedSettings));
+    QVERIFY(home.writeSettings(storedSettings()));
     const XWindowWatch watch;
     RunningClock clock(home, {.arguments = arguments});
     QCOMPARE(clock.waitForExit(), 0);
@@ -163,7 +167,7 @@ void TestStartup::uninstalls()
 void TestStartup::uninstallKeepsOtherFilesOfTheMaker()
 {
     const ClockHome home;
-    QVERIFY(home.writeSettings(storedSettings));
+    QVERIFY(home.writeSettings(storedSettings()));
     QVERIFY(writeFile(home.makerFolder() + u"/other.txt"_s, "kept"));
     RunningClock clock(home, {.arguments = {u"-u"_s}});
     QCOMPARE(clock.waitForExit(), 0);

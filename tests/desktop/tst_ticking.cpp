@@ -55,7 +55,8 @@ bool ticksOnTime(const RunningClock &clock)
     waitForMiddleOfSecond();
     QSet<qint64> changed;
     qint64 latest = 0;
-    for (const qint64 change : changesDuring(clock, seconds * 1000)) {
+    const QList<qint64> changes = changesDuring(clock, seconds * 1000);
+    for (const qint64 change : changes) {
         changed.insert(change / 1000);
         latest = std::max(latest, change % 1000);
     }

@@ -119,7 +119,8 @@ XWindow XWindow::ofProcess(qint64 pid)
 {
     auto &ewmh = server().ewmh;
     QList<XWindow> found;
-    for (const XWindow client : managedWindows()) {
+    const QList<XWindow> managed = managedWindows();
+    for (const XWindow client : managed) {
         uint32_t owner = 0;
         if (xcb_ewmh_get_wm_pid_reply(
                 &ewmh, xcb_ewmh_get_wm_pid(&ewmh, client.m_id), &owner, nullptr)
