@@ -12,6 +12,7 @@
 #include "manager/clockside.h"
 #include "manager/windowstyle.h"
 #include "platform/nearestscreen.h"
+#include "platform/vsnativeeventfilter.h"
 
 #include <QtCore/qparallelanimationgroup.h>
 #include <QtCore/qpropertyanimation.h>
@@ -45,8 +46,14 @@ void VsManager::syncWindowGeometory()
     if (!m_mainWindow)
         return;
     const bool minimized = m_mainWindow->windowState() == Qt::WindowMinimized;
-    const QPoint position = minimized ? m_normalGeometry.topLeft() : m_mainWindow->position();
+    QPoint position = minimized ? m_normalGeometry.topLeft() : m_mainWindow->position();
     QSize size = minimized ? m_normalGeometry.size() : m_mainWindow->size();
+    // A window manager may move a clock that waits, hidden, for its monitor.
+    if (const QRect waiting = m_nativeEventFilter->geometryOnLostMonitor();
+        waiting.isValid() && !m_mainWindow->isVisible()) {
+        position = waiting.topLeft();
+        size = waiting.size();
+    }
     if (size.width() != size.height()) { // a square is taken as it is, whatever its side
         const int side
             = std::clamp(std::max(size.width(), size.height()), minimumClockSide, maximumClockSide);

@@ -29,6 +29,12 @@ public:
     /// told. True when nobody else is to handle the change, Qt included.
     bool handleDisplayChange(WId window);
 
+    /// Where the clock belongs while its monitor is away; null while it is not.
+    [[nodiscard]] QRect geometryOnLostMonitor() const
+    {
+        return m_monitorLost ? m_savedGeometry : QRect();
+    }
+
 Q_SIGNALS:
     // Declared and connected, but emitted by nobody, like moveAndReturnMainWindow(): meant so.
     void dpiChanged(WId wid, uint xDpi, uint yDpi, QRect rect, bool *isMainWindow = nullptr);

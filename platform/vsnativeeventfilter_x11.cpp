@@ -10,7 +10,12 @@
 #include "platform/nearestscreen.h"
 #include "platform/terminationsignals.h"
 
+#include <QtCore/qtimer.h>
 #include <QtGui/qguiapplication.h>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -45,8 +50,11 @@ void VsNativeEventFilter::startWatching()
         &VsNativeEventFilter::requestToSaveConfig);
     auto *signals = new TerminationSignals(watch.get());
     connect(signals, &TerminationSignals::received, this, [this] {
-        Q_EMIT requestToSaveConfig();
-        QCoreApplication::exit(0); // not quit(), which a window may refuse
+        // What the X server told before the signal may still be on its way.
+        QTimer::singleShot(50ms, this, [this] {
+            Q_EMIT requestToSaveConfig();
+            QCoreApplication::exit(0); // not quit(), which a window may refuse
+        });
     });
     m_watch = std::move(watch);
 }
@@ -80,8 +88,6 @@ void VsNativeEventFilter::showWindow([[maybe_unused]] WId window)
 void VsNativeEventFilter::hideWindow([[maybe_unused]] WId window)
 {
     watchOf(m_watch)->setWindowHidden(true);
-    // Back from where the window manager may have put it: this is what a save has to find.
-    m_mainWindow->setPosition(m_savedGeometry.topLeft());
 }
 
 void VsNativeEventFilter::moveByOneAndBack(

@@ -142,8 +142,12 @@ void TestWheelAndGrips::wheelStepsAreNotLost()
     XInput::moveTo(place.center());
     {
         const XInput::ControlKey control;
-        XInput::turnWheel(10);
-        XInput::turnWheel(-3);
+        int side = place.width();
+        for (const int notches : {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, -1, -1, -1}) {
+            XInput::turnWheel(notches);
+            side += 12 * notches;
+            QTRY_COMPARE(clock.window().geometry().width(), side);
+        }
     }
     const QRect after = place.adjusted(-42, -42, 42, 42);
     QTRY_COMPARE(clock.window().geometry(), after);
