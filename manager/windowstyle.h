@@ -28,8 +28,8 @@ void setWindowToolStyle(WId window, bool tool);
 /// are those of an ordinary window.
 void offerForRestore(WId window);
 
-/// To be called after a change of the flags of \a window: where a frame is the window manager's, the
-/// clock gets none even by flags without Qt::FramelessWindowHint.
+/// To be called after a change of the flags of \a window: where a frame is the window manager's,
+/// the clock gets none even by flags without Qt::FramelessWindowHint.
 void keepFrameless(WId window);
 
 /// Shows \a window if the native window is hidden while QWindow takes it for visible.

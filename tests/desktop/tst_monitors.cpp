@@ -121,8 +121,7 @@ void TestMonitors::comesBackWithItsMonitor()
 void TestMonitors::livesOnAfterTheFirstLoss()
 {
     const ClockHome home;
-    QVERIFY(
-        home.writeSettings(settingsAt(place, {{u"KeepPositionWhenMonitorDetatched"_s, true}})));
+    QVERIFY(home.writeSettings(settingsAt(place, {{u"KeepPositionWhenMonitorDetatched"_s, true}})));
     RunningClock clock(home);
     QVERIFY(clock.waitForWindow());
     QVERIFY(removeSecondMonitor());
@@ -163,8 +162,8 @@ void TestMonitors::stayingMonitorChangesNothing()
 void TestMonitors::savesItsPlaceWhileHidden()
 {
     const ClockHome home;
-    QVERIFY(home.writeSettings(settingsAt(
-        place.translated(-50, 20), {{u"KeepPositionWhenMonitorDetatched"_s, true}})));
+    QVERIFY(home.writeSettings(
+        settingsAt(place.translated(-50, 20), {{u"KeepPositionWhenMonitorDetatched"_s, true}})));
     RunningClock clock(home);
     QVERIFY(clock.waitForWindow());
     clock.window().setGeometry(place);

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// The clock stays what and where it is: above its like, through being minimised, beyond the session.
+// The clock stays what and where it is: above its like, through being minimised, beyond the
+// session.
 
 #include "tests/desktop/runningclock.h"
 
@@ -93,8 +94,8 @@ void TestStaying::comesBackFromBeingMinimized()
     QFETCH(bool, ignoreMouseEvent);
 
     const ClockHome home;
-    QVERIFY(home.writeSettings(settingsAt(place,
-        {{u"Topmost"_s, topmost}, {u"IgnoreMouseEvent"_s, ignoreMouseEvent}})));
+    QVERIFY(home.writeSettings(
+        settingsAt(place, {{u"Topmost"_s, topmost}, {u"IgnoreMouseEvent"_s, ignoreMouseEvent}})));
     RunningClock clock(home);
     QVERIFY(clock.waitForWindow());
     const XWindow window = clock.window();

@@ -18,8 +18,8 @@ namespace XInput
 namespace
 {
 
-// Nobody clicks twice in a millisecond, and a window manager that passes a press on only after it has
-// looked at it may lose the second.
+// Nobody clicks twice in a millisecond, and a window manager that passes a press on only after it
+// has looked at it may lose the second.
 constexpr int paceMs = 40;
 
 struct FreeDeleter {

@@ -7,8 +7,8 @@
 #include <QtCore/qpoint.h>
 #include <QtCore/qtclasshelpermacros.h>
 
-/// Mouse and keyboard, as the X server would get them from the devices themselves. Each call returns
-/// when the server has taken the input; the programs see it later.
+/// Mouse and keyboard, as the X server would get them from the devices themselves. Each call
+/// returns when the server has taken the input; the programs see it later.
 namespace XInput
 {
 

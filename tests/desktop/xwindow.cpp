@@ -250,8 +250,7 @@ QMargins XWindow::frame() const
     xcb_ewmh_get_extents_reply_t extents = {};
     xcb_ewmh_get_frame_extents_reply(
         &ewmh, xcb_ewmh_get_frame_extents(&ewmh, m_id), &extents, nullptr);
-    return {
-        int(extents.left), int(extents.top), int(extents.right), int(extents.bottom)};
+    return {int(extents.left), int(extents.top), int(extents.right), int(extents.bottom)};
 }
 
 void XWindow::setGeometry(QRect rectangle) const
@@ -283,8 +282,8 @@ void XWindow::minimize() const
 void XWindow::activate() const
 {
     auto &ewmh = server().ewmh;
-    xcb_ewmh_request_change_active_window(&ewmh, 0, m_id, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
-        XCB_CURRENT_TIME, XCB_WINDOW_NONE);
+    xcb_ewmh_request_change_active_window(
+        &ewmh, 0, m_id, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER, XCB_CURRENT_TIME, XCB_WINDOW_NONE);
     xcb_flush(server().xcb);
 }
 
