@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// The windows beside the clock: settings, popup, About; saving, quitting and the update check.
+// Saving, About and the maker's web site.
 
 #include "manager/vsmanager.h"
 
@@ -9,18 +9,6 @@
 #include "config/vsconfig.h"
 
 #include <cmath>
-
-void VsManager::openSettings() { }
-
-void VsManager::openSettingsByQml() { openSettings(); }
-
-void VsManager::setPopupWindow(QQuickWindow *window)
-{
-    if (m_popupWindow == window)
-        return;
-    m_popupWindow = window;
-    Q_EMIT popupWindowChanged();
-}
 
 void VsManager::saveConfig()
 {
@@ -52,12 +40,6 @@ void VsManager::saveIfMoved()
         || m_config->size() != m_pendingSize.toSizeF())
         m_config->save();
 }
-
-void VsManager::quitApp() { }
-
-void VsManager::checkUpdate() { }
-
-void VsManager::onVersionRecieved([[maybe_unused]] const VsUpdateChecker::VersionInfo &info) { }
 
 void VsManager::showAboutVesper() { }
 
