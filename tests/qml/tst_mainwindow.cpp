@@ -259,10 +259,8 @@ void tst_MainWindow::collectsGarbageOnRequest()
     QJSEngine &engine = m_documents->engine;
     // An object that scripts own goes with the first collection after its last use.
     QPointer<QObject> garbage(new QObject);
-    {
-        const QJSValue value = engine.newQObject(garbage);
-        QJSEngine::setObjectOwnership(garbage, QJSEngine::JavaScriptOwnership);
-    }
+    QVERIFY(engine.newQObject(garbage).isQObject());
+    QJSEngine::setObjectOwnership(garbage, QJSEngine::JavaScriptOwnership);
     Q_EMIT m_documents->manager.callJavaScriptGC();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QTRY_VERIFY(!garbage);

@@ -6,6 +6,8 @@
 #include <QtCore/qregularexpression.h>
 #include <QtGui/qpointingdevice.h>
 
+#include <memory>
+
 #include <private/qquickdeliveryagent_p_p.h>
 #include <private/qquickwindow_p.h>
 
@@ -86,7 +88,7 @@ class tst_Touch : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_screen = QTest::createTouchDevice(); }
+    void initTestCase() { m_screen.reset(QTest::createTouchDevice()); }
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
     void touchAloneChangesNothing_data();
@@ -114,7 +116,7 @@ private Q_SLOTS:
     void cornersWorkWhileTheClockCanBeResized();
 
 private:
-    QPointingDevice *m_screen = nullptr; // lives as long as the application
+    std::unique_ptr<QPointingDevice> m_screen;
 };
 
 void tst_Touch::touchAloneChangesNothing_data()
@@ -129,7 +131,7 @@ void tst_Touch::touchAloneChangesNothing()
 {
     QFETCH(QPoint, point);
     ClockWindow clock(true);
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, point);
     QCOMPARE(clock.geometry(), start);
     fingers.release(0, point);
@@ -142,7 +144,7 @@ void tst_Touch::touchAloneChangesNothing()
 void tst_Touch::fingerMovesTheClock()
 {
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, middle);
     fingers.move(0, middle + QPoint(30, -20));
     QCOMPARE(clock.geometry(), start.translated(30, -20));
@@ -157,7 +159,7 @@ void tst_Touch::fingerMovesTheClock()
 void tst_Touch::fixedClockStays()
 {
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     clock.documents.config.setFixed(true);
     fingers.press(0, middle);
     fingers.move(0, middle + QPoint(30, -20));
@@ -169,7 +171,7 @@ void tst_Touch::fixedClockStays()
 void tst_Touch::touchSaves()
 {
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, middle);
     fingers.move(0, middle + QPoint(30, -20));
     QCOMPARE(clock.documents.manager.calls, QStringList());
@@ -185,7 +187,7 @@ void tst_Touch::touchSaves()
 void tst_Touch::touchIsNoMousePress()
 {
     ClockWindow clock(true);
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     QTRY_VERIFY(clock.hasGrips());
     for (const QPoint point : {middle, corners[0].point}) {
         clock.documents.manager.calls.clear();
@@ -222,7 +224,7 @@ void tst_Touch::pinchResizesAboutTheCentre()
     QFETCH(QPoint, secondAfter);
     QFETCH(QRect, geometry);
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, middle + first);
     fingers.press(1, middle + second);
     QCOMPARE(clock.geometry(), start); // only a change of the distance counts
@@ -243,7 +245,7 @@ void tst_Touch::pinchByEitherFinger()
     QFETCH(int, finger);
     const QPoint points[] = {middle - QPoint(40, 0), middle + QPoint(40, 0)};
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, points[0]);
     fingers.press(1, points[1]);
     fingers.move(finger, points[finger] + QPoint(finger == 0 ? -20 : 20, 0));
@@ -254,7 +256,7 @@ void tst_Touch::pinchReachesTheLimits()
 {
     for (const auto &[by, side] : {std::pair(-248, 72), {-249, 320}, {30, 350}, {31, 320}}) {
         ClockWindow clock;
-        Fingers fingers(clock, m_screen);
+        Fingers fingers(clock, m_screen.get());
         clock.window()->setProperty("limitMax", 350);
         fingers.press(0, middle - QPoint(130, 0));
         fingers.press(1, middle + QPoint(130, 0));
@@ -266,7 +268,7 @@ void tst_Touch::pinchReachesTheLimits()
 void tst_Touch::pinchKeepsMaskAndSettings()
 {
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, middle);
     fingers.press(1, middle + QPoint(60, 0));
     clock.documents.manager.calls.clear();
@@ -278,7 +280,7 @@ void tst_Touch::pinchKeepsMaskAndSettings()
 void tst_Touch::secondPinchStartsAnew()
 {
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, middle);
     fingers.press(1, middle + QPoint(60, 0));
     fingers.move(1, middle + QPoint(80, 0));
@@ -297,7 +299,7 @@ void tst_Touch::secondPinchStartsAnew()
 void tst_Touch::fixedClockIsPinchedSidewaysByTheFirstFinger()
 {
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     clock.documents.config.setFixed(true);
     const QPoint other = middle + QPoint(60, 0);
     fingers.press(0, middle);
@@ -316,7 +318,7 @@ void tst_Touch::fixedClockIsPinchedSidewaysByTheFirstFinger()
 void tst_Touch::fingerGoesOnAfterAPinch()
 {
     ClockWindow clock;
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, middle);
     fingers.press(1, middle + QPoint(60, 0));
     fingers.move(1, middle + QPoint(80, 0));
@@ -351,7 +353,7 @@ void tst_Touch::cornerFollowsTheFinger()
     QFETCH(int, growth);
     const CornerRow &corner = corners[row];
     ClockWindow clock(true);
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, corner.point);
     fingers.move(0, corner.point + QPoint(by.x() * corner.growX, by.y() * corner.growY));
     QCOMPARE(clock.geometry().size(), start.size() + QSize(growth, growth));
@@ -366,7 +368,7 @@ void tst_Touch::cornerFollowsTheFinger()
 void tst_Touch::bottomRightCornerGoesFromThePresentSize()
 {
     ClockWindow clock(true);
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     QObject *point = clock.item(u"resizeTouchBottomRight"_s);
     fingers.press(0, corners[0].point);
     const auto growthOfTwoSteps = [&] {
@@ -383,7 +385,7 @@ void tst_Touch::bottomRightCornerGoesFromThePresentSize()
 void tst_Touch::cornerNeedsBothDirections()
 {
     ClockWindow clock(true);
-    Fingers fingers(clock, m_screen);
+    Fingers fingers(clock, m_screen.get());
     fingers.press(0, corners[3].point);
     fingers.move(0, corners[3].point - QPoint(20, 0));
     QCOMPARE(clock.geometry(), start);
@@ -404,7 +406,7 @@ void tst_Touch::cornersReachTheLimits()
     const CornerRow &corner = corners[row];
     for (const auto &[by, side] : {std::pair(-248, 72), {-249, 320}, {80, 400}, {81, 320}}) {
         ClockWindow clock(true);
-        Fingers fingers(clock, m_screen);
+        Fingers fingers(clock, m_screen.get());
         clock.window()->setProperty("limitMax", 400);
         fingers.press(0, corner.point);
         fingers.move(0, corner.point + QPoint(corner.growX, corner.growY) * by);
@@ -416,7 +418,7 @@ void tst_Touch::cornerSavesOnRelease()
 {
     for (const CornerRow &corner : corners) {
         ClockWindow clock(true);
-        Fingers fingers(clock, m_screen);
+        Fingers fingers(clock, m_screen.get());
         fingers.press(0, corner.point);
         QCOMPARE(clock.documents.manager.calls, QStringList());
         fingers.release(0, corner.point);
@@ -428,7 +430,7 @@ void tst_Touch::cornersWorkWhileTheClockCanBeResized()
 {
     for (const CornerRow &corner : corners) {
         ClockWindow clock(false);
-        Fingers fingers(clock, m_screen);
+        Fingers fingers(clock, m_screen.get());
         fingers.press(0, corner.point);
         fingers.move(0, corner.point + QPoint(12, 8));
         QCOMPARE(clock.geometry(), start.translated(12, 8)); // a finger like everywhere else

@@ -122,8 +122,10 @@ void TestVsManagerWindow::storedGeometry()
 void TestVsManagerWindow::storedPositionSaturates()
 {
     store(1e300, -1e300, 300, 300);
-    QCOMPARE(adopt().position(),
-        QPoint(std::numeric_limits<int>::max(), std::numeric_limits<int>::min()));
+    const QPoint position = adopt().position();
+    // Windows itself saturates once more, at 16 bits.
+    QCOMPARE_GE(position.x(), std::numeric_limits<qint16>::max());
+    QCOMPARE_LE(position.y(), std::numeric_limits<qint16>::min());
     QCOMPARE(VsConfig::instance()->left(), 1e300);
 }
 
