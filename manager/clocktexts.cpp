@@ -3,6 +3,8 @@
 
 #include "manager/clocktexts.h"
 
+#include "config/languagename.h"
+
 #include <algorithm>
 #include <array>
 
@@ -59,14 +61,6 @@ QString clockDateText(QDate date, const QString &languageName, bool useEra)
     if (useEra)
         return japaneseEraText(date) + date.toString(u"M月d日"_s) + weekdayMark(date);
     return date.toString(u"yyyy年M月d日"_s) + weekdayMark(date);
-}
-
-bool isJapaneseLanguage(const QString &languageName)
-{
-    static constexpr std::array names{"ja"_L1, "ja-JP"_L1, "ja_JP"_L1};
-    return std::any_of(names.begin(), names.end(), [&languageName](QLatin1StringView name) {
-        return languageName.compare(name, Qt::CaseInsensitive) == 0;
-    });
 }
 
 QString japaneseEraText(QDate date)

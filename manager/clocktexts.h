@@ -17,9 +17,6 @@
 /// era's year if \a useEra, or, in every other language, the plain text date.
 [[nodiscard]] QString clockDateText(QDate date, const QString &languageName, bool useEra);
 
-/// True for "ja", "ja-JP" and "ja_JP" in any case, and for nothing else.
-[[nodiscard]] bool isJapaneseLanguage(const QString &languageName);
-
 /// Name and year of the Japanese era that \a date lies in, for example "令和8年"; empty after the
 /// year 9999.
 [[nodiscard]] QString japaneseEraText(QDate date);

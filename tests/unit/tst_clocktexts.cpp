@@ -17,8 +17,6 @@ private Q_SLOTS:
     void timeText();
     void dateText_data();
     void dateText();
-    void japaneseLanguage_data();
-    void japaneseLanguage();
     void eraText_data();
     void eraText();
 };
@@ -77,26 +75,6 @@ void TestClockTexts::dateText()
     QFETCH(QString, language);
     QFETCH(bool, useEra);
     QTEST(clockDateText(date, language, useEra), "text");
-}
-
-void TestClockTexts::japaneseLanguage_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<bool>("japanese");
-
-    QTest::newRow("ja") << u"ja"_s << true;
-    QTest::newRow("ja-JP") << u"ja-JP"_s << true;
-    QTest::newRow("ja_JP") << u"ja_JP"_s << true;
-    QTest::newRow("any case") << u"JA-jp"_s << true;
-    QTest::newRow("a script") << u"ja-Hans"_s << false;
-    QTest::newRow("none") << QString() << false;
-    QTest::newRow("another") << u"jam"_s << false;
-}
-
-void TestClockTexts::japaneseLanguage()
-{
-    QFETCH(QString, language);
-    QTEST(isJapaneseLanguage(language), "japanese");
 }
 
 void TestClockTexts::eraText_data()
