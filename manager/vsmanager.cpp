@@ -14,6 +14,7 @@
 #include <QtCore/qabstracteventdispatcher.h>
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQml/qqmlcontext.h>
+#include <QtWidgets/qmenu.h>
 
 #include <chrono>
 
@@ -33,6 +34,7 @@ VsManager::VsManager(QObject *parent)
     m_tickTimer.setTimerType(Qt::PreciseTimer); // a coarse timer may be 50 ms late
     connect(&m_tickTimer, &QTimer::timeout, this, &VsManager::mainLoop);
 
+    buildMenu();
     m_theme->buildThemeTable();
     m_theme->changeColorTone(m_config->themeName(), m_config->colorToneName());
     m_themeModel = new VsListModel(m_theme, VsListModel::ColorTones, this);
@@ -46,6 +48,7 @@ VsManager::VsManager(QObject *parent)
 
     connectConfig();
     connectNativeEventFilter();
+    connectStyle();
 }
 
 VsManager::~VsManager()
@@ -103,5 +106,7 @@ bool VsManager::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_mainWindow)
         filterMainWindowEvent(event);
+    else if (watched == m_menu.get())
+        filterMenuEvent(event);
     return QObject::eventFilter(watched, event);
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "manager/applicationstyle.h"
 #include "update/vsupdatechecker.h"
 
 #include <QtCore/qdatetime.h>
@@ -18,6 +19,7 @@
 
 #include <memory>
 
+class QMenu;
 class QQmlApplicationEngine;
 class VsConfig;
 class VsListModel;
@@ -173,6 +175,16 @@ private:
     [[nodiscard]] QString makeTimeText(QTime time);
     [[nodiscard]] QString makeDateText(QDate date) const;
     [[nodiscard]] QDateTime now() const;
+    void buildMenu();
+    template <typename Set, typename Changed>
+    void addSetting(const QString &text, bool initial, Set set, Changed changed);
+    void addMinimizeAction();
+    void addMoveMenu();
+    void minimizeOrRestore();
+    void openMenuByKeyboard();
+    void filterMenuEvent(QEvent *event);
+    void connectStyle();
+    void changeStyle(ApplicationStyle::Mode mode);
     void filterMainWindowEvent(QEvent *event);
     void applyStoredGeometry();
     void applyWindowStyle();
@@ -196,6 +208,9 @@ private:
     QDateTime m_lastTick; // the whole second that was published last
     bool m_ticking = false;
     bool m_inMainLoop = false;
+    std::unique_ptr<QMenu> m_menu;
+    QColor m_paletteTextColor; // of the menu, as last told
+    bool m_clearingStyle = false;
     VsTheme *m_theme = nullptr; // owned as a child
     VsListModel *m_themeModel = nullptr; // owned as a child
     std::unique_ptr<VsNativeEventFilter> m_nativeEventFilter;

@@ -26,6 +26,13 @@ constexpr double maximumSide = 7680.0;
 
 bool isUsableSide(double side) { return side >= minimumSide && side <= maximumSide; }
 
+// The two ways of every desktop.
+bool asksForMenu(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Menu
+        || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
+}
+
 } // namespace
 
 void VsManager::setMainWindow(QWindow *window)
@@ -89,6 +96,10 @@ void VsManager::filterMainWindowEvent(QEvent *event)
         // X11 tells the state once when the window first appears, without a change.
         if (!event->spontaneous() || m_windowStates != m_mainWindow->windowStates())
             onMainWindowStateChange();
+        break;
+    case QEvent::KeyPress:
+        if (asksForMenu(*static_cast<QKeyEvent *>(event)))
+            openMenuByKeyboard();
         break;
     case QEvent::KeyRelease:
         if (static_cast<QKeyEvent *>(event)->key() == Qt::Key_M)

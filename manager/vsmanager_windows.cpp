@@ -5,10 +5,19 @@
 
 #include "manager/vsmanager.h"
 
+#include "config/maker.h"
 #include "config/saturate.h"
 #include "config/vsconfig.h"
+#include "dialogs/vsaboutdialog.h"
+#include "manager/windowstyle.h"
 
+#include <QtCore/qurl.h>
+#include <QtGui/qdesktopservices.h>
+
+#include <chrono>
 #include <cmath>
+
+using namespace std::chrono_literals;
 
 void VsManager::saveConfig()
 {
@@ -41,6 +50,24 @@ void VsManager::saveIfMoved()
         m_config->save();
 }
 
-void VsManager::showAboutVesper() { }
+void VsManager::showAboutVesper()
+{
+    auto *const dialog = new VsAboutDialog(
+        nullptr, Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setModal(true);
+    connect(
+        this, &VsManager::paletteTextColorChanged, dialog, &VsAboutDialog::onPaletteTextChanged);
+    if (m_mainWindow) {
+        dialog->setOwnerWindow(m_mainWindow->winId());
+        // A dialog that is not topmost would come up behind a clock that is.
+        dialog->setWindowFlag(
+            Qt::WindowStaysOnTopHint, WindowStyle::isWindowTopmost(m_mainWindow->winId()));
+    }
+    dialog->show();
+}
 
-void VsManager::openDefaultWeb() { }
+void VsManager::openDefaultWeb()
+{
+    QTimer::singleShot(1ms, this, [] { QDesktopServices::openUrl(QUrl(Maker::webSite)); });
+}

@@ -17,6 +17,9 @@ namespace WindowStyle
 /// Keeps \a window above all normal windows, or no longer.
 void setWindowTopmost(WId window, bool on);
 
+/// Whether \a window is so now. False where the window system does not tell.
+[[nodiscard]] bool isWindowTopmost(WId window);
+
 /// Lets mouse input fall through \a window to whatever lies below it, or takes it back.
 void setWindowTransparentForMouse(WId window, bool on);
 

@@ -32,6 +32,11 @@ void setWindowTopmost(WId window, bool on)
     SetWindowPos(hwnd, on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
 }
 
+bool isWindowTopmost(WId window)
+{
+    return (GetWindowLongPtrW(handleOf(window), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+}
+
 void setWindowTransparentForMouse(WId window, bool on)
 {
     setExtendedStyleBit(handleOf(window), WS_EX_TRANSPARENT, on);

@@ -245,6 +245,14 @@ private:
     bool m_dueWhenSeen = true;
 };
 
+// A menu has no window manager that would keep it above what is raised.
+bool hasOpenMenu()
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    return std::any_of(windows.begin(), windows.end(),
+        [](const QWindow *window) { return window->type() == Qt::Popup && window->isVisible(); });
+}
+
 // Above its like as well, without asking for the focus: the state alone says nothing about two
 // windows that both have it.
 void raise(WId window)
@@ -262,8 +270,15 @@ void setWindowTopmost(WId window, bool on)
     if (!hints())
         return;
     setState(window, {hints()->_NET_WM_STATE_ABOVE}, on);
-    if (on)
+    if (on && !hasOpenMenu())
         raise(window);
+}
+
+bool isWindowTopmost(WId window)
+{
+    return hints()
+        && stateOf(hints(), static_cast<xcb_window_t>(window))
+               .contains(hints()->_NET_WM_STATE_ABOVE);
 }
 
 void setWindowTransparentForMouse(WId window, bool on)
