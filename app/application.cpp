@@ -8,6 +8,7 @@
 #include "app/vstranslator.h"
 #include "config/maker.h"
 #include "manager/vsmanager.h"
+#include "platform/trayhostwatch.h"
 #include "qml/exactpointer.h"
 #include "qml/vespermodule.h"
 
@@ -84,6 +85,11 @@ int runVesper(int &argc, char **argv)
             adoptMainWindow(engine, manager);
         },
         Qt::QueuedConnection);
+    const TrayHostWatch trayHostWatch; // older than the tray icon, so that it misses nothing
     engine.load(url);
+    QObject::connect(&trayHostWatch, &TrayHostWatch::hostAppeared, &engine, [&engine] {
+        for (QObject *const root : engine.rootObjects())
+            QMetaObject::invokeMethod(root, "renewTrayIcon");
+    });
     return QApplication::exec();
 }

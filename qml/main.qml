@@ -3,6 +3,7 @@
 
 pragma ComponentBehavior: Bound
 
+import QtQml.Models
 import QtQuick
 import QtQuick.Window
 import Qt.labs.platform
@@ -42,6 +43,13 @@ Window {
     function clearMask() {
         if (rootWindow.mgr)
             rootWindow.mgr.clearMask();
+    }
+
+    // Which kind of tray the system has is found out once, when an icon is made. When one of the
+    // better kind comes up after the clock, another icon goes there.
+    function renewTrayIcon() {
+        trayIcon.visible = false;
+        lateTrayIcon.active = true;
     }
 
     function setSide(side: real) {
@@ -102,6 +110,18 @@ Window {
             return;
         for (const grip of [resizeHandleTopLeft, resizeHandleTopRight, resizeHandleBottomLeft, resizeHandleBottomRight])
             grip.grab();
+    }
+
+    // On Windows every click opens the manager's menu, elsewhere the system opens the icon's own.
+    component TrayIcon: SystemTrayIcon {
+        visible: true
+        icon.source: Qt.platform.os === "osx" ? "qrc:/images/app_tray_icon_tmpl.svg" : "qrc:/images/app_icon.svg"
+        icon.mask: Qt.platform.os === "osx"
+
+        onActivated: {
+            if (Qt.platform.os === "windows")
+                rootWindow.mgr.openMenu();
+        }
     }
 
     // The theme has one grip, for the top left; the others are its mirror images.
@@ -573,5 +593,28 @@ Window {
         }
 
         target: rootWindow.mgr
+    }
+
+    // Never opened: meant so. The clock's menu is the manager's.
+    ContextMenu {
+        id: contextMenu
+    }
+
+    TrayIcon {
+        id: trayIcon
+
+        menu: ContextMenu {
+            id: trayMenu
+        }
+    }
+
+    Instantiator {
+        id: lateTrayIcon
+
+        active: false
+        delegate: TrayIcon {
+            menu: ContextMenu {
+            }
+        }
     }
 }
