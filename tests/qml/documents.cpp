@@ -5,6 +5,7 @@
 
 #include "qml/vespermodule.h"
 
+#include <QtCore/qregularexpression.h>
 #include <QtCore/qtemporarydir.h>
 #include <QtQml/qqmlcomponent.h>
 
@@ -16,6 +17,14 @@ void useTemporaryHome()
     for (const char *name :
         {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "APPDATA"})
         qputenv(name, home.path().toUtf8());
+}
+
+void failOnRealWarning()
+{
+    static const QRegularExpression realWarning(
+        u"^(?!QSystemTrayIcon::setVisible: No Icon set"
+        "|QObject::connect: No such signal QPlatformNativeInterface::systemTrayWindowChanged)"_s);
+    QTest::failOnWarning(realWarning);
 }
 
 Documents::Documents(Context context)

@@ -20,6 +20,10 @@
 /// made before the application object.
 void useTemporaryHome();
 
+/// Lets every warning fail the test but those of Qt's tray icon, which is shown before its picture
+/// is loaded and looks for a tray on every platform.
+void failOnRealWarning();
+
 /// An engine with the module, and the objects that the documents find in it.
 class Documents
 {

@@ -33,6 +33,17 @@ public:
     Q_INVOKABLE void lazySaveConfig() { calls += QStringLiteral("lazySaveConfig"); }
     Q_INVOKABLE void updateMask() { calls += QStringLiteral("updateMask"); }
     Q_INVOKABLE void clearMask() { calls += QStringLiteral("clearMask"); }
+    Q_INVOKABLE void moveToTopLeft() { calls += QStringLiteral("moveToTopLeft"); }
+    Q_INVOKABLE void moveToTopRight() { calls += QStringLiteral("moveToTopRight"); }
+    Q_INVOKABLE void moveToBottomLeft() { calls += QStringLiteral("moveToBottomLeft"); }
+    Q_INVOKABLE void moveToBottomRight() { calls += QStringLiteral("moveToBottomRight"); }
+    Q_INVOKABLE void moveToCenterAtCurrentScreen()
+    {
+        calls += QStringLiteral("moveToCenterAtCurrentScreen");
+    }
+    Q_INVOKABLE void openSettings() { calls += QStringLiteral("openSettings"); }
+    Q_INVOKABLE void showAboutVesper() { calls += QStringLiteral("showAboutVesper"); }
+    Q_INVOKABLE void quitApp() { calls += QStringLiteral("quitApp"); }
     Q_INVOKABLE bool isAvailableScreen(QPoint) { return true; }
     Q_INVOKABLE QRect getCurrentScreenGeometory() { return {}; }
     /// Like the real one.

@@ -52,7 +52,7 @@ private:
 
 void tst_MainWindow::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".?"_s));
+    failOnRealWarning();
     load(Documents::AllObjects);
 }
 

@@ -215,7 +215,7 @@ void TestVsManagerMenu::minimizesAndRestores()
     const QWindow &window = adopt();
     QAction *const minimize = item(u"Minimize"_s);
     minimize->trigger();
-    QCOMPARE(window.windowState(), Qt::WindowMinimized);
+    QTRY_COMPARE(window.windowState(), Qt::WindowMinimized);
     QTRY_COMPARE(minimize->text(), u"Restore"_s);
     minimize->trigger();
     QCOMPARE(window.windowState(), Qt::WindowNoState);
