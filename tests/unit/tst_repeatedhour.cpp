@@ -70,7 +70,7 @@ void TestRepeatedHour::everySecondIsPublished()
     connect(&manager, &VsManager::timeTextChanged, this,
         [&published](const QString &text) { published.append(text); });
     for (int i = 0; i < seconds; ++i) {
-        presentMs = from.toMSecsSinceEpoch() + i * 1000;
+        presentMs = from.toMSecsSinceEpoch() + qint64(i) * 1000;
         manager.start(); // ticks at once
     }
     QCOMPARE(published.size(), seconds);
