@@ -17,4 +17,8 @@ void VsManager::setPopupWindow(QQuickWindow *window)
     Q_EMIT popupWindowChanged();
 }
 
-void VsManager::quitApp() { }
+void VsManager::quitApp()
+{
+    saveConfig();
+    Q_EMIT quitByQml();
+}

@@ -59,13 +59,6 @@ xcb_keycode_t keyCodeOf(xcb_keysym_t symbol)
     qFatal("the keyboard has no such key");
 }
 
-xcb_keycode_t controlKeyCode()
-{
-    constexpr xcb_keysym_t leftControl = 0xFFE3;
-    static const xcb_keycode_t code = keyCodeOf(leftControl);
-    return code;
-}
-
 } // namespace
 
 void moveTo(QPoint point)
@@ -106,8 +99,21 @@ void drag(const QList<QPoint> &points, Button button)
     release(button);
 }
 
-ControlKey::ControlKey() { send(XCB_KEY_PRESS, controlKeyCode()); }
+void type(Key key)
+{
+    {
+        const HeldKey held(key);
+        QTest::qWait(paceMs);
+    }
+    QTest::qWait(paceMs);
+}
 
-ControlKey::~ControlKey() { send(XCB_KEY_RELEASE, controlKeyCode()); }
+HeldKey::HeldKey(Key key)
+    : m_key(key)
+{
+    send(XCB_KEY_PRESS, keyCodeOf(m_key));
+}
+
+HeldKey::~HeldKey() { send(XCB_KEY_RELEASE, keyCodeOf(m_key)); }
 
 } // namespace XInput

@@ -14,6 +14,21 @@ namespace XInput
 
 enum Button { LeftButton = 1, RightButton = 3 };
 
+/// The keys that the tests need, as X names them.
+enum Key {
+    ReturnKey = 0xFF0D,
+    EscapeKey = 0xFF1B,
+    RightKey = 0xFF53,
+    UpKey = 0xFF52,
+    DownKey = 0xFF54,
+    TabKey = 0xFF09,
+    SpaceKey = 0x0020,
+    MenuKey = 0xFF67,
+    F10Key = 0xFFC7,
+    ShiftKey = 0xFFE1,
+    LeftControlKey = 0xFFE3
+};
+
 /// In pixels of the screen.
 void moveTo(QPoint point);
 void press(Button button = LeftButton);
@@ -24,13 +39,28 @@ void turnWheel(int notches);
 /// Presses at the first point, passes the others and releases at the last one.
 void drag(const QList<QPoint> &points, Button button = LeftButton);
 
-/// Holds the Control key down.
-class ControlKey
+/// Presses and releases a key.
+void type(Key key);
+
+/// Holds a key down.
+class HeldKey
 {
 public:
-    ControlKey();
-    Q_DISABLE_COPY_MOVE(ControlKey)
-    ~ControlKey();
+    explicit HeldKey(Key key);
+    Q_DISABLE_COPY_MOVE(HeldKey)
+    ~HeldKey();
+
+private:
+    Key m_key;
+};
+
+class ControlKey : public HeldKey
+{
+public:
+    ControlKey()
+        : HeldKey(LeftControlKey)
+    {
+    }
 };
 
 } // namespace XInput

@@ -117,6 +117,12 @@ static QList<XWindow> managedWindows()
 
 XWindow XWindow::ofProcess(qint64 pid)
 {
+    const QList<XWindow> found = allOfProcess(pid);
+    return found.size() == 1 ? found.first() : XWindow();
+}
+
+QList<XWindow> XWindow::allOfProcess(qint64 pid)
+{
     auto &ewmh = server().ewmh;
     QList<XWindow> found;
     const QList<XWindow> managed = managedWindows();
@@ -127,7 +133,34 @@ XWindow XWindow::ofProcess(qint64 pid)
             && owner == pid)
             found.append(client);
     }
-    return found.size() == 1 ? found.first() : XWindow();
+    return found;
+}
+
+QList<XWindow> XWindow::popups()
+{
+    QList<XWindow> found;
+    auto *xcb = server().xcb;
+    const Owned<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(xcb, xcb_query_tree(xcb, server().root()), nullptr));
+    for (int i = 0; tree && i < xcb_query_tree_children_length(tree.get()); ++i) {
+        const XWindow window(xcb_query_tree_children(tree.get())[i]);
+        const Owned<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            xcb, xcb_get_window_attributes(xcb, window.m_id), nullptr));
+        if (attributes && attributes->override_redirect
+            && attributes->map_state == XCB_MAP_STATE_VIEWABLE
+            && xcb_get_property_value_length(propertyOf(window.m_id, "_NET_WM_WINDOW_TYPE").get())
+                > 0)
+            found.append(window);
+    }
+    return found;
+}
+
+XWindow XWindow::owner() const
+{
+    const auto reply = propertyOf(m_id, "WM_TRANSIENT_FOR");
+    if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(uint32_t))
+        return {};
+    return XWindow(*static_cast<const uint32_t *>(xcb_get_property_value(reply.get())));
 }
 
 XWindow XWindow::active()

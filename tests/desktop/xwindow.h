@@ -30,6 +30,11 @@ public:
     static QList<XWindow> clients();
     /// The only such window of a process; none if it has no window or more than one.
     static XWindow ofProcess(qint64 pid);
+    /// All such windows of a process.
+    static QList<XWindow> allOfProcess(qint64 pid);
+    /// What is on the screen without the window manager's care: menus and tool tips, the oldest
+    /// first.
+    static QList<XWindow> popups();
     /// The window that has the keyboard.
     static XWindow active();
     /// The client below the pointer if that stood at \a point of the screen: shapes count. None
@@ -47,6 +52,8 @@ public:
     QByteArrayList classNames() const;
     /// The value of a text property.
     QByteArray text(const QByteArray &property) const;
+    /// The window that this one belongs to and stays above.
+    XWindow owner() const;
     /// The icon, in each size that the window offers.
     QList<QImage> icons() const;
     /// The names of the states that hold, without the prefix _NET_WM_STATE_; sorted.
