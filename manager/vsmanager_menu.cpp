@@ -33,6 +33,17 @@ void setUpMenuWindow(QMenu &menu)
     menu.setContentsMargins(0, 0, 0, 0);
 }
 
+// Those of the tray icon as well, where they are widgets.
+void setUpAllMenuWindows()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *const widget : widgets) {
+        auto *const menu = qobject_cast<QMenu *>(widget);
+        if (menu && !menu->isVisible() && !menu->testAttribute(Qt::WA_TranslucentBackground))
+            setUpMenuWindow(*menu);
+    }
+}
+
 } // namespace
 
 void VsManager::buildMenu()
@@ -174,8 +185,10 @@ void VsManager::changeStyle(ApplicationStyle::Mode mode)
     }
     QTimer::singleShot(100ms, this, [this, mode] {
         QApplication::setPalette(ApplicationStyle::palette(mode));
-        QTimer::singleShot(
-            100ms, this, [mode] { qApp->setStyleSheet(ApplicationStyle::styleSheet(mode)); });
+        QTimer::singleShot(100ms, this, [mode] {
+            qApp->setStyleSheet(ApplicationStyle::styleSheet(mode));
+            setUpAllMenuWindows();
+        });
     });
 }
 

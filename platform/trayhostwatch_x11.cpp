@@ -4,7 +4,8 @@
 #include "platform/trayhostwatch.h"
 
 #include <QtDBus/qdbusconnection.h>
-#include <QtDBus/qdbusinterface.h>
+#include <QtDBus/qdbusmessage.h>
+#include <QtDBus/qdbusreply.h>
 #include <QtDBus/qdbusservicewatcher.h>
 
 using namespace Qt::StringLiterals;
@@ -17,10 +18,17 @@ namespace
 const QString service = u"org.kde.StatusNotifierWatcher"_s;
 const QString path = u"/StatusNotifierWatcher"_s;
 
+constexpr int patienceMs = 500;
+
+// Not by QDBusInterface, which knows only the properties that the service describes.
 bool hasHost()
 {
-    const QDBusInterface watcher(service, path, service, QDBusConnection::sessionBus());
-    return watcher.isValid() && watcher.property("IsStatusNotifierHostRegistered").toBool();
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        service, path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    question << service << u"IsStatusNotifierHostRegistered"_s;
+    const QDBusReply<QVariant> answer
+        = QDBusConnection::sessionBus().call(question, QDBus::Block, patienceMs);
+    return answer.isValid() && answer.value().toBool();
 }
 
 } // namespace

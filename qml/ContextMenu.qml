@@ -15,6 +15,41 @@ Menu {
     property var mgr: typeof manager === "undefined" ? null : manager
     // qmllint enable unqualified
 
+    // Not declared in its place: a menu within a menu is complete before the outer one has a native
+    // menu, takes one of another kind than the tray's, and the tray crashes on it.
+    readonly property Menu moveMenu: Menu {
+        title: qsTr("Move To")
+    }
+    readonly property list<MenuItem> moveItems: [
+        MoveItem {
+            method: "moveToTopRight"
+            text: qsTr("Top-Right")
+        },
+        MoveItem {
+            method: "moveToTopLeft"
+            text: qsTr("Top-Left")
+        },
+        MoveItem {
+            method: "moveToBottomRight"
+            text: qsTr("Bottom-Right")
+        },
+        MoveItem {
+            method: "moveToBottomLeft"
+            text: qsTr("Bottom-Left")
+        },
+        MenuSeparator {},
+        MoveItem {
+            method: "moveToCenterAtCurrentScreen"
+            text: qsTr("Center at This Monitor")
+        }
+    ]
+
+    Component.onCompleted: {
+        root.insertMenu(4, root.moveMenu);
+        for (const item of root.moveItems)
+            root.moveMenu.addItem(item);
+    }
+
     // An item that shows one setting and changes it.
     component SettingItem: MenuItem {
         id: settingItem
@@ -62,43 +97,9 @@ Menu {
         text: qsTr("Topmost")
     }
 
-    MenuSeparator {
-    }
+    MenuSeparator {}
 
-    Menu {
-        title: qsTr("Move To")
-
-        MoveItem {
-            method: "moveToTopRight"
-            text: qsTr("Top-Right")
-        }
-
-        MoveItem {
-            method: "moveToTopLeft"
-            text: qsTr("Top-Left")
-        }
-
-        MoveItem {
-            method: "moveToBottomRight"
-            text: qsTr("Bottom-Right")
-        }
-
-        MoveItem {
-            method: "moveToBottomLeft"
-            text: qsTr("Bottom-Left")
-        }
-
-        MenuSeparator {
-        }
-
-        MoveItem {
-            method: "moveToCenterAtCurrentScreen"
-            text: qsTr("Center at This Monitor")
-        }
-    }
-
-    MenuSeparator {
-    }
+    MenuSeparator {}
 
     MenuItem {
         text: Qt.platform.os === "osx" ? qsTr("Preferences...") : qsTr("Settings...")
@@ -112,8 +113,7 @@ Menu {
         onTriggered: root.mgr.showAboutVesper()
     }
 
-    MenuSeparator {
-    }
+    MenuSeparator {}
 
     MenuItem {
         text: qsTr("Quit")

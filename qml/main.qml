@@ -613,8 +613,7 @@ Window {
 
         active: false
         delegate: TrayIcon {
-            menu: ContextMenu {
-            }
+            menu: ContextMenu {}
         }
     }
 }
