@@ -185,6 +185,7 @@ private:
     void filterMenuEvent(QEvent *event);
     void connectStyle();
     void changeStyle(ApplicationStyle::Mode mode);
+    template <typename Step> void styleStep(Step step);
     void filterMainWindowEvent(QEvent *event);
     void applyStoredGeometry();
     void applyWindowStyle();
@@ -210,7 +211,7 @@ private:
     bool m_inMainLoop = false;
     std::unique_ptr<QMenu> m_menu;
     QColor m_paletteTextColor; // of the menu, as last told
-    bool m_clearingStyle = false;
+    bool m_inStyleStep = false;
     VsTheme *m_theme = nullptr; // owned as a child
     VsListModel *m_themeModel = nullptr; // owned as a child
     std::unique_ptr<VsNativeEventFilter> m_nativeEventFilter;

@@ -173,23 +173,26 @@ void VsManager::changeLightMode() { changeStyle(ApplicationStyle::Light); }
 // all wins: meant so.
 void VsManager::changeStyle(ApplicationStyle::Mode mode)
 {
-    if (m_clearingStyle) {
-        // Clearing a sheet tells every widget of new colours, which may ask for another switch. A
-        // sheet that is cleared inside its own clearing is deleted under its user's feet.
+    if (m_inStyleStep) {
+        // A step tells every widget of new colours, which may ask for another switch. A sheet that
+        // is cleared inside its own clearing or setting is deleted under its user's feet.
         QMetaObject::invokeMethod(this, [this, mode] { changeStyle(mode); }, Qt::QueuedConnection);
         return;
     }
-    {
-        const QScopedValueRollback clearing(m_clearingStyle, true);
-        qApp->setStyleSheet(QString());
-    }
+    styleStep([] { qApp->setStyleSheet(QString()); });
     QTimer::singleShot(100ms, this, [this, mode] {
-        QApplication::setPalette(ApplicationStyle::palette(mode));
-        QTimer::singleShot(100ms, this, [mode] {
-            qApp->setStyleSheet(ApplicationStyle::styleSheet(mode));
+        styleStep([mode] { QApplication::setPalette(ApplicationStyle::palette(mode)); });
+        QTimer::singleShot(100ms, this, [this, mode] {
+            styleStep([mode] { qApp->setStyleSheet(ApplicationStyle::styleSheet(mode)); });
             setUpAllMenuWindows();
         });
     });
+}
+
+template <typename Step> void VsManager::styleStep(Step step)
+{
+    const QScopedValueRollback inside(m_inStyleStep, true);
+    step();
 }
 
 void VsManager::onPaletteTextColorChanged(QColor color)
