@@ -7,11 +7,13 @@
 #include "manager/vsmanager.h"
 
 #include "config/vsconfig.h"
+#include "platform/packageidentity.h"
 #include "platform/vsnativeeventfilter.h"
 #include "theme/vslistmodel.h"
 #include "theme/vstheme.h"
 
 #include <QtCore/qabstracteventdispatcher.h>
+#include <QtCore/qthread.h>
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQml/qqmlcontext.h>
 #include <QtWidgets/qmenu.h>
@@ -25,6 +27,7 @@ VsManager::VsManager(QObject *parent)
     : QObject(parent)
     , m_config(VsConfig::instance())
     , m_amPmText(u"AM"_s)
+    , m_isPackaged(hasPackageIdentity())
     , m_theme(new VsTheme(this))
     , m_nativeEventFilter(std::make_unique<VsNativeEventFilter>())
     , m_devicePixelRatio(m_config->devicePixelRatio())
@@ -38,6 +41,8 @@ VsManager::VsManager(QObject *parent)
     m_theme->buildThemeTable();
     m_theme->changeColorTone(m_config->themeName(), m_config->colorToneName());
     m_themeModel = new VsListModel(m_theme, VsListModel::ColorTones, this);
+
+    scheduleUpdateChecks();
 
     m_topmostTimer.setInterval(500ms);
     connect(&m_topmostTimer, &QTimer::timeout, this, &VsManager::setTopmostForce);
@@ -54,8 +59,10 @@ VsManager::VsManager(QObject *parent)
 VsManager::~VsManager()
 {
     m_dpiCheckTimer.stop();
+    m_updateCheckTimer.stop();
     m_topmostTimer.stop();
     m_tickTimer.stop();
+    endUpdateChecks();
 }
 
 void VsManager::connectConfig()

@@ -8,6 +8,7 @@
 
 #include <QtCore/qdatetime.h>
 #include <QtCore/qobject.h>
+#include <QtCore/qpointer.h>
 #include <QtCore/qrect.h>
 #include <QtCore/qtimer.h>
 #include <QtGui/qcolor.h>
@@ -17,10 +18,12 @@
 #include <QtQuick/qquickwindow.h>
 #include <QtWidgets/qsystemtrayicon.h>
 
+#include <chrono>
 #include <memory>
 
 class QMenu;
 class QQmlApplicationEngine;
+class QThread;
 class VsConfig;
 class VsListModel;
 class VsNativeEventFilter;
@@ -70,6 +73,12 @@ public:
 
     /// Replaces the clock that is read, QDateTime::currentMSecsSinceEpoch() from the start.
     void setWallClock(WallClock wallClock) { m_wallClock = wallClock; }
+
+    /// Time between two automatic update checks; an hour from the start.
+    void setUpdateCheckInterval(std::chrono::milliseconds interval)
+    {
+        m_updateCheckTimer.setInterval(interval);
+    }
 
     /// Degrees, clockwise, -90 at twelve o'clock; 0 until the first tick.
     [[nodiscard]] double secondHandAngle() const { return m_secondHandAngle; }
@@ -186,6 +195,8 @@ private:
     void connectStyle();
     void changeStyle(ApplicationStyle::Mode mode);
     template <typename Step> void styleStep(Step step);
+    void scheduleUpdateChecks();
+    void endUpdateChecks();
     void filterMainWindowEvent(QEvent *event);
     void applyStoredGeometry();
     void applyWindowStyle();
@@ -212,6 +223,10 @@ private:
     std::unique_ptr<QMenu> m_menu;
     QColor m_paletteTextColor; // of the menu, as last told
     bool m_inStyleStep = false;
+    bool m_isPackaged;
+    QTimer m_updateCheckTimer;
+    bool m_askingForUpdate = false;
+    QList<QPointer<QThread>> m_updateThreads; // each goes by itself after its check
     VsTheme *m_theme = nullptr; // owned as a child
     VsListModel *m_themeModel = nullptr; // owned as a child
     std::unique_ptr<VsNativeEventFilter> m_nativeEventFilter;

@@ -164,6 +164,16 @@ Qt には GNU Lesser General Public License version 3 が適用されます。</
         <source>Center at This Monitor</source>
         <translation>このモニターの中央</translation>
     </message>
+    <message>
+        <source>Vesper Update</source>
+        <translation>Vesper の更新</translation>
+    </message>
+    <message>
+        <source>A new version of Vesper is available.
+Would you like to open a download site?</source>
+        <translation>Vesper の新しいバージョンがあります。
+ダウンロードサイトを開きますか?</translation>
+    </message>
 </context>
 <context>
     <name>VsTheme</name>

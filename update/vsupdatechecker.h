@@ -3,10 +3,15 @@
 
 #pragma once
 
+#include <QtCore/qmetatype.h>
 #include <QtCore/qobject.h>
 #include <QtCore/qstring.h>
 
-/// Asks the maker's update service for the newest release.
+class QNetworkAccessManager;
+class QNetworkReply;
+
+/// Asks the maker's update service once for the newest release. Made for one check in a thread of
+/// its own; the spellings of errorOccured and versionInfoRecieved are meant so.
 class VsUpdateChecker : public QObject
 {
     Q_OBJECT
@@ -23,5 +28,26 @@ public:
         QString timestamp; ///< release time, kept as text
     };
 
-    using QObject::QObject;
+    explicit VsUpdateChecker(QObject *parent = nullptr);
+
+    /// Sends the question and returns at once. One GET over https; the network stack decides all
+    /// else.
+    void checkForUpdate();
+
+Q_SIGNALS:
+    /// The check has failed in the network or on an answer that is no JSON.
+    void errorOccured(QString errorString);
+    /// The service knows a release.
+    void versionInfoRecieved(VsUpdateChecker::VersionInfo info);
+    /// The check is over, whatever came of it.
+    void finished();
+
+public Q_SLOTS:
+    /// Reads the answer; \a reply stays with its network manager. Null is no answer at all.
+    void onManagerFinished(QNetworkReply *reply);
+
+private:
+    QNetworkAccessManager *m_networkAccessManager; // owned as a child
 };
+
+Q_DECLARE_METATYPE(VsUpdateChecker::VersionInfo)

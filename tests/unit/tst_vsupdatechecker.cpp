@@ -1,0 +1,198 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "update/vsupdatechecker.h"
+
+#include <QtCore/qmetaobject.h>
+#include <QtCore/qregularexpression.h>
+#include <QtNetwork/qnetworkreply.h>
+#include <QtTest/qsignalspy.h>
+#include <QtTest/qtest.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// An answer that needs no server.
+class Answer : public QNetworkReply
+{
+public:
+    explicit Answer(const QByteArray &body)
+        : m_body(body)
+    {
+        open(QIODevice::ReadOnly);
+    }
+    explicit Answer(NetworkError error) { setError(error, u"it failed"_s); }
+
+    void abort() override { }
+    qint64 bytesAvailable() const override
+    {
+        return m_body.size() - m_read + QNetworkReply::bytesAvailable();
+    }
+
+protected:
+    qint64 readData(char *data, qint64 size) override
+    {
+        const qint64 count = std::min(size, qint64(m_body.size()) - m_read);
+        std::copy_n(m_body.constData() + m_read, count, data);
+        m_read += count;
+        return count;
+    }
+
+private:
+    QByteArray m_body;
+    qint64 m_read = 0;
+};
+
+// What a checker tells of one answer, in order.
+QStringList newsOf(Answer &answer, VsUpdateChecker::VersionInfo *info = nullptr)
+{
+    VsUpdateChecker checker;
+    QStringList news;
+    QObject::connect(&checker, &VsUpdateChecker::errorOccured, &checker,
+        [&news](const QString &text) { news += u"error: "_s + text; });
+    QObject::connect(&checker, &VsUpdateChecker::versionInfoRecieved, &checker,
+        [&news, info](const VsUpdateChecker::VersionInfo &received) {
+            news += u"version"_s;
+            if (info)
+                *info = received;
+        });
+    QObject::connect(
+        &checker, &VsUpdateChecker::finished, &checker, [&news] { news += u"finished"_s; });
+    checker.onManagerFinished(&answer);
+    return news;
+}
+
+} // namespace
+
+class TestVsUpdateChecker : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(); }
+    void interfaceStandsInOrder();
+    void defaultInfoIsEmpty();
+    void newsOfAnAnswer_data();
+    void newsOfAnAnswer();
+    void allFields();
+    void missingFieldsAreEmpty();
+    void networkError();
+    void brokenAnswer();
+    void noReply();
+    void infoTravelsInAQueue();
+};
+
+void TestVsUpdateChecker::interfaceStandsInOrder()
+{
+    const QMetaObject &type = VsUpdateChecker::staticMetaObject;
+    QByteArrayList methods;
+    for (int i = type.methodOffset(); i < type.methodCount(); ++i)
+        methods += type.method(i).methodSignature();
+    QCOMPARE(methods,
+        (QByteArrayList{"errorOccured(QString)",
+            "versionInfoRecieved(VsUpdateChecker::VersionInfo)", "finished()",
+            "onManagerFinished(QNetworkReply*)"}));
+}
+
+void TestVsUpdateChecker::defaultInfoIsEmpty()
+{
+    const VsUpdateChecker::VersionInfo info;
+    QVERIFY(!info.result);
+    for (const QString &text :
+        {info.name, info.version, info.fileName, info.site, info.url, info.timestamp})
+        QVERIFY(text.isEmpty());
+}
+
+void TestVsUpdateChecker::newsOfAnAnswer_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<bool>("version");
+    QTest::newRow("true") << R"({"result": true, "version": "5.0"})"_ba << true;
+    QTest::newRow("false") << R"({"result": false, "version": "5.0"})"_ba << false;
+    QTest::newRow("missing") << R"({"version": "5.0"})"_ba << false;
+    QTest::newRow("a text") << R"({"result": "true", "version": "5.0"})"_ba << false;
+    QTest::newRow("a number") << R"({"result": 1, "version": "5.0"})"_ba << false;
+    QTest::newRow("array") << R"([{"result": true}])"_ba << false;
+    QTest::newRow("empty object") << "{}"_ba << false;
+}
+
+void TestVsUpdateChecker::newsOfAnAnswer()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(bool, version);
+    Answer answer(body);
+    QCOMPARE(newsOf(answer),
+        version ? QStringList({u"version"_s, u"finished"_s}) : QStringList{u"finished"_s});
+}
+
+void TestVsUpdateChecker::allFields()
+{
+    Answer answer(R"({"result": true, "name": "Vesper", "version": "4.1.0.0",
+        "fileName": "setup.exe", "site": "https://a.example/", "url": "https://b.example/c",
+        "timestamp": "2026-11-21 10:00"})"_ba);
+    VsUpdateChecker::VersionInfo info;
+    newsOf(answer, &info);
+    QVERIFY(info.result);
+    QCOMPARE(info.name, u"Vesper"_s);
+    QCOMPARE(info.version, u"4.1.0.0"_s);
+    QCOMPARE(info.fileName, u"setup.exe"_s);
+    QCOMPARE(info.site, u"https://a.example/"_s);
+    QCOMPARE(info.url, u"https://b.example/c"_s);
+    QCOMPARE(info.timestamp, u"2026-11-21 10:00"_s);
+}
+
+void TestVsUpdateChecker::missingFieldsAreEmpty()
+{
+    Answer answer(R"({"result": true, "version": 5, "name": null})"_ba);
+    VsUpdateChecker::VersionInfo info;
+    QCOMPARE(newsOf(answer, &info), QStringList({u"version"_s, u"finished"_s}));
+    QVERIFY(info.version.isEmpty());
+    QVERIFY(info.name.isEmpty());
+    QVERIFY(info.site.isEmpty());
+}
+
+void TestVsUpdateChecker::networkError()
+{
+    Answer answer(QNetworkReply::HostNotFoundError);
+    QCOMPARE(newsOf(answer), QStringList({u"error: it failed"_s, u"finished"_s}));
+}
+
+void TestVsUpdateChecker::brokenAnswer()
+{
+    for (const QByteArray &body : {"<html>"_ba, ""_ba, R"({"result": tr)"_ba}) {
+        Answer answer(body);
+        const QStringList news = newsOf(answer);
+        QCOMPARE(news.size(), 2);
+        QVERIFY(news.first().startsWith(u"error: "_s));
+        QCOMPARE(news.last(), u"finished"_s);
+    }
+}
+
+void TestVsUpdateChecker::noReply()
+{
+    VsUpdateChecker checker;
+    QSignalSpy finished(&checker, &VsUpdateChecker::finished);
+    checker.onManagerFinished(nullptr);
+    QVERIFY(finished.isEmpty());
+}
+
+void TestVsUpdateChecker::infoTravelsInAQueue()
+{
+    VsUpdateChecker checker;
+    QString version;
+    connect(
+        &checker, &VsUpdateChecker::versionInfoRecieved, this,
+        [&version](const VsUpdateChecker::VersionInfo &info) { version = info.version; },
+        Qt::QueuedConnection);
+    Answer answer(R"({"result": true, "version": "5.0"})"_ba);
+    checker.onManagerFinished(&answer);
+    QVERIFY(version.isEmpty());
+    QTRY_COMPARE(version, u"5.0"_s);
+}
+
+QTEST_GUILESS_MAIN(TestVsUpdateChecker)
+#include "tst_vsupdatechecker.moc"
