@@ -3,39 +3,87 @@
 
 #include "platform/autostart.h"
 
-#include <QtCore/qcoreapplication.h>
+#include "platform/startupentries.h"
+
 #include <QtCore/qdir.h>
+#include <QtCore/qfile.h>
+#include <QtCore/qfileinfo.h>
 
-// No start-up folder is known on any system yet, which every caller has to cope with anyway:
-// nothing is found, nothing can be created, and removing what is not there succeeds.
+#include <algorithm>
 
-namespace AutoStart
+using namespace Qt::StringLiterals;
+
+namespace
 {
 
-ShortcutSpec buildAutoStartSpec()
+// Links whose target is gone count as well, which do not exist for QFile::exists().
+bool isTaken(const QString &path)
 {
-    ShortcutSpec spec;
-    spec.targetPath = QDir::toNativeSeparators(QCoreApplication::applicationFilePath());
-    spec.workingDirectory = QCoreApplication::applicationDirPath();
-    spec.iconPath = QCoreApplication::applicationFilePath();
-    return spec;
+    const QFileInfo file(path);
+    return file.exists() || file.isSymbolicLink() || file.isShortcut();
 }
 
-bool createAutoStartLink(
-    [[maybe_unused]] const QString &name, [[maybe_unused]] const ShortcutSpec &spec)
+// "Name", "Name_1" to "Name_998"; the next name ends the search untested: meant so.
+QString freeEntryPath(const QString &name)
 {
-    return false;
+    constexpr int lastNumber = 999;
+    const QDir folder(StartupEntries::folder());
+    QString path = folder.filePath(name + StartupEntries::suffix());
+    for (int number = 1; isTaken(path); ++number) {
+        if (number == lastNumber)
+            return {};
+        path = folder.filePath(u"%1_%2%3"_s.arg(name).arg(number).arg(StartupEntries::suffix()));
+    }
+    return path;
 }
 
-bool findAutoStartLinks([[maybe_unused]] const QString &expectedTarget,
-    [[maybe_unused]] const QString &expectedArguments, [[maybe_unused]] QStringList *foundPaths,
-    bool *viaCmd)
+void removeEntriesThatAreOff(const QString &expectedArguments)
+{
+    const QList<StartupEntries::Entry> entries = StartupEntries::own(expectedArguments);
+    for (const StartupEntries::Entry &entry : entries) {
+        if (!entry.isOn)
+            QFile::remove(entry.path);
+    }
+}
+
+} // namespace
+
+bool AutoStart::createAutoStartLink(const QString &name, const ShortcutSpec &spec)
+{
+    if (StartupEntries::folder().isEmpty())
+        return false;
+    removeEntriesThatAreOff(spec.arguments);
+    ShortcutSpec entry = spec;
+    entry.linkPath = freeEntryPath(name);
+    return !entry.linkPath.isEmpty() && StartupEntries::write(entry);
+}
+
+// The target is not looked at, only each system's own idea of what is this program: meant so.
+bool AutoStart::findAutoStartLinks([[maybe_unused]] const QString &expectedTarget,
+    const QString &expectedArguments, QStringList *foundPaths, bool *viaCmd)
 {
     if (viaCmd)
         *viaCmd = false;
-    return false;
+    bool found = false;
+    const QList<StartupEntries::Entry> entries = StartupEntries::own(expectedArguments);
+    for (const StartupEntries::Entry &entry : entries) {
+        if (!entry.isOn)
+            continue;
+        found = true;
+        if (foundPaths)
+            foundPaths->append(entry.path);
+        if (viaCmd && entry.viaCmd)
+            *viaCmd = true;
+    }
+    return found;
 }
 
-bool removeAutoStartLinks() { return true; }
-
-} // namespace AutoStart
+bool AutoStart::removeAutoStartLinks()
+{
+    const QList<StartupEntries::Entry> entries
+        = StartupEntries::own(buildAutoStartSpec().arguments);
+    bool removed = true;
+    for (const StartupEntries::Entry &entry : entries)
+        removed = QFile::remove(entry.path) && removed;
+    return removed;
+}

@@ -173,6 +173,12 @@ std::optional<int> RunningClock::waitForExit()
 
 void RunningClock::signal(int signal) const { ::kill(pid_t(pid()), signal); }
 
+QByteArray RunningClock::output()
+{
+    m_output += m_process.readAll();
+    return m_output.replace("QSystemTrayIcon::setVisible: No Icon set\n", "");
+}
+
 qint64 RunningClock::processorTimeMs() const
 {
     QFile file(u"/proc/%1/stat"_s.arg(pid()));

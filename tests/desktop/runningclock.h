@@ -74,8 +74,9 @@ public:
     bool isRunning() const { return m_process.state() == QProcess::Running; }
     XWindow window() const { return m_window; }
     qint64 pid() const { return m_process.processId(); }
-    /// Everything that the program has written so far.
-    QByteArray output() { return m_output += m_process.readAll(); }
+    /// Everything that the program has written so far, but for what Qt says of every icon in a tray
+    /// of the older kind: it shows the icon before it loads the picture.
+    QByteArray output();
     /// Processor time that the program has used, in ms.
     qint64 processorTimeMs() const;
     /// How often its main thread has gone to sleep.
