@@ -63,6 +63,11 @@ VsManager::~VsManager()
     m_topmostTimer.stop();
     m_tickTimer.stop();
     endUpdateChecks();
+    // Its document reads what the manager owns.
+    if (m_settingsWindow) {
+        m_settingsWindow->disconnect(this);
+        delete m_settingsWindow;
+    }
 }
 
 void VsManager::connectConfig()
@@ -115,5 +120,9 @@ bool VsManager::eventFilter(QObject *watched, QEvent *event)
         filterMainWindowEvent(event);
     else if (watched == m_menu.get())
         filterMenuEvent(event);
+    else if (watched == m_settingsWindow)
+        filterSettingsWindowEvent(event);
+    else if (watched == m_popupWindow)
+        filterPopupWindowEvent(event);
     return QObject::eventFilter(watched, event);
 }

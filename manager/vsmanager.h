@@ -195,6 +195,10 @@ private:
     void connectStyle();
     void changeStyle(ApplicationStyle::Mode mode);
     template <typename Step> void styleStep(Step step);
+    void createSettingsWindow();
+    void onSettingsWindowDestroyed();
+    void filterSettingsWindowEvent(QEvent *event);
+    void filterPopupWindowEvent(QEvent *event);
     void scheduleUpdateChecks();
     void endUpdateChecks();
     void filterMainWindowEvent(QEvent *event);
@@ -207,6 +211,7 @@ private:
 
     VsConfig *m_config = nullptr; // not owned
     QWindow *m_mainWindow = nullptr; // not owned
+    QQuickWindow *m_settingsWindow = nullptr; // deletes itself when it is closed
     QQuickWindow *m_popupWindow = nullptr; // not owned
     QQmlApplicationEngine *m_engine = nullptr; // not owned
     WallClock m_wallClock = &QDateTime::currentMSecsSinceEpoch;
