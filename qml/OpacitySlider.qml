@@ -32,7 +32,11 @@ Item {
         value: root.value
         width: root.width
 
-        onValueChanged: root.value = slider.value
+        // Not when it only follows, which would end a binding of the value.
+        onValueChanged: {
+            if (root.value !== slider.value)
+                root.value = slider.value;
+        }
     }
 
     // The slider's own binding ends with the first move of its handle.

@@ -47,7 +47,7 @@ Window {
         // with the user's first click.
         Connections {
             function onCheckedChanged() {
-                Qt.callLater(() => settingBox.checked = root.cfg[settingBox.setting]);
+                Qt.callLater(() => settingBox.checked = Qt.binding(() => root.cfg[settingBox.setting]));
             }
 
             target: settingBox
@@ -69,6 +69,13 @@ Window {
 
         width: parent ? parent.width : 240
 
+        // Goes on after the user has moved the slider.
+        Binding {
+            property: "value"
+            target: slider
+            value: root.cfg[settingSlider.setting]
+        }
+
         Label {
             text: settingSlider.label
         }
@@ -77,7 +84,6 @@ Window {
             id: slider
 
             accessibleName: settingSlider.label
-            value: root.cfg[settingSlider.setting]
             width: settingSlider.width
 
             onValueChanged: root.cfg[settingSlider.setting] = slider.value

@@ -5,6 +5,7 @@
 
 #include "config/vsconfig.h"
 #include "tests/qml/standinmanager.h"
+#include "theme/vslistmodel.h"
 #include "theme/vstheme.h"
 
 #include <QtQml/qqmlapplicationengine.h>
@@ -20,7 +21,8 @@
 /// made before the application object.
 void useTemporaryHome();
 
-/// Lets every warning fail the test but those of Qt's tray icon, which is shown before its picture
+/// Lets every warning fail the test but those about what the offscreen platform cannot do and those
+/// of Qt's tray icon, which is shown before its picture
 /// is loaded and looks for a tray on every platform.
 void failOnRealWarning();
 
@@ -40,6 +42,7 @@ public:
     // Before the engine, which has to go first.
     VsConfig config;
     VsTheme theme;
+    VsListModel themeModel{&theme, VsListModel::ColorTones};
     StandInManager manager;
     QQmlApplicationEngine engine;
 };

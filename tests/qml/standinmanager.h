@@ -8,6 +8,7 @@
 #include <QtCore/qstringlist.h>
 #include <QtGui/qimage.h>
 #include <QtGui/qwindow.h>
+#include <QtQuick/qquickwindow.h>
 
 /// Stands in for the manager: the texts, signals and methods that the documents know of it, with a
 /// list of the calls instead of their effects. The real one acts on native windows.
@@ -17,9 +18,11 @@ class StandInManager : public QObject
     Q_PROPERTY(QString timeText MEMBER timeText NOTIFY timeTextChanged)
     Q_PROPERTY(QString dateText MEMBER dateText NOTIFY dateTextChanged)
     Q_PROPERTY(QString amPmText MEMBER amPmText NOTIFY amPmTextChanged)
+    Q_PROPERTY(QQuickWindow *popupWindow MEMBER popupWindow NOTIFY popupWindowChanged)
 
 public:
     QString timeText, dateText, amPmText;
+    QQuickWindow *popupWindow = nullptr;
     QStringList calls; ///< names of the methods called, the oldest first
 
     /// Forgets and tells how often \a name was called.
@@ -44,6 +47,7 @@ public:
     Q_INVOKABLE void openSettings() { calls += QStringLiteral("openSettings"); }
     Q_INVOKABLE void showAboutVesper() { calls += QStringLiteral("showAboutVesper"); }
     Q_INVOKABLE void quitApp() { calls += QStringLiteral("quitApp"); }
+    Q_INVOKABLE void openDefaultWeb() { calls += QStringLiteral("openDefaultWeb"); }
     Q_INVOKABLE bool isAvailableScreen(QPoint) { return true; }
     Q_INVOKABLE QRect getCurrentScreenGeometory() { return {}; }
     /// Like the real one.
@@ -67,4 +71,6 @@ Q_SIGNALS:
     void callJavaScriptResize(QSize size);
     void callJavaScriptAutoResize(double dpi);
     void windowMovingAnimationFinished(QWindow *window);
+    void popupWindowChanged();
+    void popupWindowLostFocus(QQuickWindow *win);
 };

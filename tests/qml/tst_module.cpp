@@ -121,8 +121,8 @@ void tst_Module::resourcesAreComplete_data()
     module.sort();
     QTest::newRow("module") << u":/qt"_s << module;
     QTest::newRow("images") << u":/images"_s << imageFiles();
-    QTest::newRow("translations")
-        << u":/translations"_s << QStringList{u":/translations/app_ja.qm"_s};
+    QTest::newRow("translations") << u":/translations"_s
+                                  << QStringList{u":/translations/app_ja.qm"_s};
     QTest::newRow("themes") << u":/themes"_s << themeFiles();
 }
 

@@ -3,7 +3,6 @@
 
 #include "tests/qml/clockwindow.h"
 
-
 using namespace Qt::StringLiterals;
 
 namespace
