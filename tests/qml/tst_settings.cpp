@@ -5,7 +5,6 @@
 
 #include "tests/qml/documents.h"
 
-#include <QtGui/qaccessible.h>
 #include <QtGui/qscreen.h>
 #include <QtQuick/qquickitem.h>
 #include <QtTest/qsignalspy.h>
@@ -71,7 +70,6 @@ private Q_SLOTS:
     void escapeChoosesNothing();
     void listClosesWithoutTheFocus();
     void hoveredRowIsCurrent();
-    void everyControlHasAName();
 
 private:
     QQuickItem *content() const { return m_window->contentItem(); }
@@ -441,25 +439,6 @@ void tst_Settings::hoveredRowIsCurrent()
     QTest::mouseMove(list, QPoint(60, 8 + 3 * 32 + 16));
     QTRY_COMPARE(view->property("currentIndex").toInt(), 3);
     QCOMPARE(tone(), u"DarkBlue"_s);
-}
-
-void tst_Settings::everyControlHasAName()
-{
-    QAccessible::setActive(true); // as with a screen reader, from the start
-    cleanup();
-    init();
-    const QList<QQuickItem *> controls = itemsWith(content(), {"focusPolicy", "hovered"});
-    int named = 0;
-    for (QQuickItem *const control : controls) {
-        if (!(control->property("focusPolicy").toInt() & Qt::TabFocus) || !control->isVisible())
-            continue;
-        QAccessibleInterface *const accessible = QAccessible::queryAccessibleInterface(control);
-        QVERIFY2(accessible, control->metaObject()->className());
-        QVERIFY2(
-            !accessible->text(QAccessible::Name).isEmpty(), control->metaObject()->className());
-        ++named;
-    }
-    QCOMPARE_GE(named, 12);
 }
 
 int main(int argc, char **argv) { return runQmlTest<tst_Settings>(argc, argv); }
