@@ -250,9 +250,8 @@ void TestVsManagerPlacement::dpiChange()
     QCOMPARE(window.mask().boundingRect().right(), side - 1);
     // The trace line, on its own window.
     const QWidgetList widgets = QApplication::topLevelWidgets();
-    const auto debugWindow = std::ranges::find_if(widgets, [](const QWidget *widget) {
-        return widget->findChild<QTextEdit *>();
-    });
+    const auto debugWindow = std::ranges::find_if(
+        widgets, [](const QWidget *widget) { return widget->findChild<QTextEdit *>(); });
     QVERIFY(debugWindow != widgets.end());
     const QString trace = (*debugWindow)->findChild<QTextEdit *>()->toPlainText();
     QVERIFY(trace.endsWith(u"dpi: %1, WinSize: 200x200, %Rect.Size: 333x444"_s.arg(dpi)));
