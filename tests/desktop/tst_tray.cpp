@@ -36,7 +36,11 @@ public:
     Q_DISABLE_COPY_MOVE(XEmbedTray)
     ~XEmbedTray()
     {
+        constexpr int patienceMs = 3000; // it has been seen to sleep through its end
         m_process.terminate();
+        if (m_process.waitForFinished(patienceMs))
+            return;
+        m_process.kill();
         m_process.waitForFinished();
     }
 
