@@ -37,6 +37,12 @@ bool VsNativeEventFilter::nativeEventFilter(
         if (msg->wParam == SC_MINIMIZE)
             Q_EMIT aboutToMinimize();
         break;
+    case WM_SIZE: // the desktop key minimises without a command, and Qt hides a command that is
+                  // sent
+        if (window == m_mainWindowId && msg->wParam == SIZE_MINIMIZED && m_mainWindow
+            && m_mainWindow->windowState() != Qt::WindowMinimized)
+            Q_EMIT aboutToMinimize();
+        break;
     default:
         break;
     }
