@@ -88,7 +88,8 @@ int runVesper(int &argc, char **argv)
     const TrayHostWatch trayHostWatch; // older than the tray icon, so that it misses nothing
     engine.load(url);
     QObject::connect(&trayHostWatch, &TrayHostWatch::hostAppeared, &engine, [&engine] {
-        for (QObject *const root : engine.rootObjects())
+        const QList<QObject *> roots = engine.rootObjects();
+        for (QObject *const root : roots)
             QMetaObject::invokeMethod(root, "renewTrayIcon");
     });
     return QApplication::exec();

@@ -34,6 +34,9 @@ QJsonObject probeTexts()
 
 } // namespace
 
+// The program's own catalogue has the name of the test's and may be found before it.
+static void removeOwnCatalogue() { Q_CLEANUP_RESOURCE(vesper_translations); }
+
 QJsonObject TranslatorProbe::english()
 {
     return {{u"both"_s, u"in both"_s}, {u"beside"_s, u"beside"_s},
@@ -81,6 +84,7 @@ bool TranslatorProbe::isChild(int argc, char **argv)
 
 int TranslatorProbe::runChild(int argc, char **argv)
 {
+    removeOwnCatalogue();
     QApplication application(argc, argv);
     QJsonObject result;
     {

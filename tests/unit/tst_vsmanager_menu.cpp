@@ -232,9 +232,10 @@ void TestVsManagerMenu::minimizeKeepsTheGeometry()
 {
     QWindow &window = adopt();
     const QRect before = window.geometry();
-    item(u"Minimize"_s)->trigger();
+    QAction *const minimizeOrRestore = item(u"Minimize"_s);
+    minimizeOrRestore->trigger();
     window.setGeometry(0, 0, 100, 100); // as a window manager may, meanwhile
-    item(u"Minimize"_s)->trigger();
+    minimizeOrRestore->trigger();
     QTRY_COMPARE(window.geometry(), before);
 }
 

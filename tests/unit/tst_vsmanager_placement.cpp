@@ -75,6 +75,7 @@ void TestVsManagerPlacement::init()
     QFile::remove(m_home.configFile());
     auto *config = VsConfig::instance();
     config->setTopmost(true);
+    config->setAutoCheckUpdate(false); // some of these take longer than the time to the first check
     for (const char *side : {"left", "top", "width", "height"})
         config->setProperty(side, 0.0);
     m_manager = std::make_unique<VsManager>();
