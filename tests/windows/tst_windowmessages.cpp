@@ -9,6 +9,8 @@
 #include <QtCore/qdir.h>
 #include <QtTest/qtest.h>
 
+#include <shellapi.h>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -56,6 +58,8 @@ private Q_SLOTS:
     void staysWithTheWheelAlone();
     void opensItsMenu();
     void takesItsStylesFromTheMenu();
+    void trayIconOpensOneMenu_data();
+    void trayIconOpensOneMenu();
 
 private:
     void start(const QJsonObject &settings = {});
@@ -276,6 +280,39 @@ void TestWindowMessages::takesItsStylesFromTheMenu()
     }
     QCOMPARE(m_clock->geometry(), place);
     QCOMPARE(m_clock->mask(), circle(place.width()));
+}
+
+void TestWindowMessages::trayIconOpensOneMenu_data()
+{
+    // What the notification area tells of a click, in its order.
+    QTest::addColumn<QList<UINT>>("told");
+
+    const QList<UINT> left{WM_LBUTTONDOWN, WM_LBUTTONUP, NIN_SELECT};
+    QTest::newRow("left") << left;
+    QTest::newRow("right") << QList<UINT>{WM_RBUTTONDOWN, WM_RBUTTONUP, WM_CONTEXTMENU};
+    QTest::newRow("middle") << QList<UINT>{WM_MBUTTONDOWN, WM_MBUTTONUP};
+    QTest::newRow("double") << left + QList<UINT>{WM_LBUTTONDBLCLK, WM_LBUTTONUP, NIN_SELECT};
+    QTest::newRow("key") << QList<UINT>{NIN_KEYSELECT};
+}
+
+void TestWindowMessages::trayIconOpensOneMenu()
+{
+    QFETCH(QList<UINT>, told);
+    constexpr UINT trayMessage = WM_APP + 101; // Qt's own
+    start();
+    HWND tray = nullptr;
+    QTRY_VERIFY((tray = m_clock->windowOfClass(u"TrayIconMessageWindow")));
+    const QList<HWND> before = m_clock->otherWindows();
+    const QPoint pointer(300, 200);
+    WindowsInput::moveTo(pointer);
+    for (const UINT message : std::as_const(told))
+        PostMessageW(tray, trayMessage, MAKEWPARAM(pointer.x(), pointer.y()), LPARAM(message));
+    QTRY_COMPARE(m_clock->otherWindows().size(), before.size() + 1);
+    QTest::qWait(settleMs);
+    QCOMPARE(m_clock->otherWindows().size(), before.size() + 1);
+    RECT menu = {};
+    GetWindowRect(m_clock->otherWindows().constFirst(), &menu);
+    QCOMPARE(QPoint(menu.left, menu.top), pointer); // the manager's: the document's has no place
 }
 
 QTEST_GUILESS_MAIN(TestWindowMessages)
