@@ -20,32 +20,33 @@ Item {
     property real maximumValue: 1
     property string accessibleName: ""
 
+    // The handle shows a value beyond the ends at the end, and that is not to be written back.
+    function follow() {
+        slider.following = true;
+        slider.value = root.value;
+        slider.following = false;
+    }
+
     implicitWidth: 240
     implicitHeight: root.childrenRect.height
+
+    Component.onCompleted: root.follow()
+    onValueChanged: root.follow()
 
     Slider {
         id: slider
 
+        property bool following: true // while it is made, too: first it knows no ends
+
         Accessible.name: root.accessibleName
         from: root.minimumValue
         to: root.maximumValue
-        value: root.value
         width: root.width
 
-        // Not when it only follows, which would end a binding of the value.
         onValueChanged: {
-            if (root.value !== slider.value)
+            if (!slider.following)
                 root.value = slider.value;
         }
-    }
-
-    // The slider's own binding ends with the first move of its handle.
-    Connections {
-        function onValueChanged() {
-            slider.value = root.value;
-        }
-
-        target: root
     }
 
     Label {

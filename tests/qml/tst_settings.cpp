@@ -125,8 +125,10 @@ void tst_Settings::windowIsAsItShould()
 // Not even for a moment: nothing is told, nothing is other afterwards.
 void tst_Settings::openingChangesNothing()
 {
-    m_root.reset();
+    cleanup();
+    m_documents = std::make_unique<Documents>(Documents::AllObjects); // that no window has seen
     auto &config = m_documents->config;
+    config.setDateScaleFactor(3.5); // beyond the end of its slider
     config.setColorToneName(u"LightRed"_s);
     m_documents->theme.changeColorTone(u"Basic"_s, u"LightRed"_s);
     const QMetaObject &type = VsConfig::staticMetaObject;
@@ -147,6 +149,8 @@ void tst_Settings::openingChangesNothing()
     QVERIFY(toneChange.isEmpty());
     QCOMPARE(toneChooser()->property("currentIndex").toInt(), 6);
     QCOMPARE(tone(), u"LightRed"_s);
+    QCOMPARE(config.digitalClockScaleFactor(), 1.0);
+    QCOMPARE(config.dateScaleFactor(), 3.5);
 }
 
 void tst_Settings::boxesStandInOrder()
