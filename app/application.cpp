@@ -9,6 +9,7 @@
 #include "config/maker.h"
 #include "manager/vsmanager.h"
 #include "platform/trayhostwatch.h"
+#include "qml/accessibleclock.h"
 #include "qml/exactpointer.h"
 #include "qml/vespermodule.h"
 
@@ -45,6 +46,7 @@ void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager)
         manager.setMainWindow(window);
         // After the manager, so that its event filter sees only what this one lets through.
         new ExactPointer(window);
+        offerAccessibleClock(*window);
         manager.start();
         manager.keepOnScreen();
     } else {

@@ -361,6 +361,7 @@ Window {
     }
 
     Loader {
+        objectName: "clockFace" // by which screen readers get its text
         anchors.fill: parent
         source: "qrc:/qt/qml/vesper/qml/BasicClock.qml"
     }
