@@ -40,6 +40,9 @@ void VsManager::openSettings()
     const QRect geometry = m_settingsWindow->geometry();
     m_settingsWindow->setGeometry(screen ? fittedToScreen(geometry, *screen) : geometry);
     m_settingsWindow->show();
+    // One that is open already may lie below others.
+    m_settingsWindow->raise();
+    m_settingsWindow->requestActivate();
 }
 
 // A document that does not load leaves no window and no message: meant so.

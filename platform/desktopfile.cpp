@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr qint64 largestFile = 1024 * 1024; // nobody's desktop file comes near
+constexpr qint64 largestFile = 1 << 20; // nobody's desktop file comes near
 
 // The escapes of every value of type string.
 QString withoutEscapes(QStringView text)

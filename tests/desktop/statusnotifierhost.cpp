@@ -36,7 +36,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, MenuItem &item)
     }
     argument.endArray();
     argument.endStructure();
-    return argument;
+    return argument; // NOLINT(bugprone-return-const-ref-from-parameter): as Qt asks for it
 }
 
 // A key that is underlined is marked in the text.

@@ -3,20 +3,19 @@
 
 // The clock's menu and the About dialog, as a person at the screen has them.
 
+#include "tests/desktop/clockmenu.h"
 #include "tests/desktop/runningclock.h"
 #include "tests/desktop/xinput.h"
 
 #include <QtTest/qtest.h>
 
 using namespace Qt::StringLiterals;
+using namespace ClockMenu;
 
 namespace
 {
 
 constexpr QRect place(860, 440, 200, 200);
-
-// The items in the order of the arrow key, which leaves out what is hidden and what separates.
-enum Item { Resize = 1, Fixed, Topmost, ShowOnTaskbar, MoveTo, Settings, About, Quit };
 
 } // namespace
 
@@ -73,31 +72,9 @@ void TestMenu::start(const QJsonObject &settings)
     QVERIFY(m_clock->waitForWindow());
 }
 
-// In its style, which comes a moment after the start.
-bool TestMenu::openMenu()
-{
-    constexpr int styledWidth = 180;
-    return QTest::qWaitFor([] {
-        XInput::click(place.center(), XInput::RightButton);
-        if (!QTest::qWaitFor([] { return XWindow::popups().size() == 1; }, 1000))
-            return false;
-        if (XWindow::popups().first().geometry().width() >= styledWidth)
-            return true;
-        XInput::type(XInput::EscapeKey);
-        return false;
-    });
-}
+bool TestMenu::openMenu() { return ClockMenu::open(place.center()); }
 
-// Opens the menu and goes to an item with the arrow key.
-bool TestMenu::choose(int item)
-{
-    if (!openMenu())
-        return false;
-    for (int i = 0; i < item; ++i)
-        XInput::type(XInput::DownKey);
-    XInput::type(XInput::ReturnKey);
-    return true;
-}
+bool TestMenu::choose(int item) { return ClockMenu::choose(place.center(), item); }
 
 XWindow TestMenu::dialog() const
 {

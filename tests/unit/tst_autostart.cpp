@@ -84,7 +84,8 @@ void TestAutoStart::writesAnEntry()
     QVERIFY(!isFound());
     QVERIFY(create()); // the folder as well
     const auto file = DesktopFile::read(folder().filePath(u"Vesper.desktop"_s));
-    QVERIFY(file);
+    if (!file)
+        QFAIL("no entry");
     QCOMPARE(programOfCommand(file->value(u"Exec"_s)), QCoreApplication::applicationFilePath());
     QCOMPARE(file->value(u"Comment"_s), u"Vesper - by Marrowby Inc."_s);
     QCOMPARE(file->value(u"Icon"_s), u"vesper"_s);
