@@ -41,3 +41,15 @@ function(vesper_add_test kind name)
         LABELS ${label} TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${arg_ENVIRONMENT}"
         TIMEOUT_SIGNAL_NAME SIGTERM TIMEOUT_SIGNAL_GRACE_PERIOD 10 ${properties})
 endfunction()
+
+# vesper_add_desktop_run(test window_manager [FUNCTIONS...])
+# Runs a desktop test once more, under another window manager: they differ in what they do behind a
+# program's back. Only the FUNCTIONS, if there are any.
+function(vesper_add_desktop_run test window_manager)
+    set(name ${test}_${window_manager})
+    add_test(NAME ${name}
+        COMMAND "${PROJECT_SOURCE_DIR}/tools/desktop/with-desktop" $<TARGET_FILE:${test}> ${ARGN})
+    set_tests_properties(${name} PROPERTIES
+        LABELS desktop TIMEOUT 300 ENVIRONMENT VESPER_WM=${window_manager} RUN_SERIAL TRUE
+        TIMEOUT_SIGNAL_NAME SIGTERM TIMEOUT_SIGNAL_GRACE_PERIOD 10)
+endfunction()

@@ -253,14 +253,43 @@ bool hasOpenMenu()
         [](const QWindow *window) { return window->type() == Qt::Popup && window->isVisible(); });
 }
 
-// Above its like as well, without asking for the focus: the state alone says nothing about two
-// windows that both have it.
+// The window that is above all others in the window manager's care; none without such a list.
+xcb_window_t topWindow()
+{
+    auto *ewmh = hints();
+    xcb_ewmh_get_windows_reply_t reply;
+    if (!xcb_ewmh_get_client_list_stacking_reply(
+            ewmh, xcb_ewmh_get_client_list_stacking(ewmh, 0), &reply, nullptr))
+        return XCB_NONE;
+    const xcb_window_t top
+        = reply.windows_len > 0 ? reply.windows[reply.windows_len - 1] : xcb_window_t(XCB_NONE);
+    xcb_ewmh_get_windows_reply_wipe(&reply);
+    return top;
+}
+
+// Above its like as well: the state alone says nothing about two windows that both have it. A
+// request without a sibling is one for the focus, too, to some window managers. The sibling is none
+// to the X server, which knows the frames around both, so the request goes to the window manager
+// (ICCCM 4.1.5).
 void raise(WId window)
 {
-    constexpr uint32_t above = XCB_STACK_MODE_ABOVE;
-    xcb_configure_window(
-        connection(), static_cast<xcb_window_t>(window), XCB_CONFIG_WINDOW_STACK_MODE, &above);
-    xcb_flush(connection());
+    const auto xWindow = static_cast<xcb_window_t>(window);
+    auto *ewmh = hints();
+    const xcb_window_t top = topWindow();
+    if (top == XCB_NONE || top == xWindow)
+        return;
+    const xcb_window_t root = ewmh->screens[0]->root;
+    xcb_configure_request_event_t event{};
+    event.response_type = XCB_CONFIGURE_REQUEST;
+    event.stack_mode = XCB_STACK_MODE_ABOVE;
+    event.parent = root;
+    event.window = xWindow;
+    event.sibling = top;
+    event.value_mask = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
+    xcb_send_event(ewmh->connection, 0, root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+        reinterpret_cast<char *>(&event));
+    xcb_flush(ewmh->connection);
 }
 
 } // namespace

@@ -404,16 +404,43 @@ Window {
             if (!(wheel.modifiers & Qt.ControlModifier))
                 return;
             const delta = wheel.angleDelta.y / 10;
-            const side = rootWindow.width + delta;
+            const before = wheelBurst.present();
+            const side = before.width + delta;
             if (!(side > rootWindow.limitMin && side < rootWindow.limitMax))
                 return; // never reaches the limits themselves: meant so
-            rootWindow.setSide(side);
-            rootWindow.x -= delta / 2;
-            rootWindow.y -= delta / 2;
+            rootWindow.setGeometry(before.x - delta / 2, before.y - delta / 2, side, side);
+            wheelBurst.add();
             rootWindow.updateMask();
             rootWindow.lazySaveConfig();
             multiPointTouchArea.updateWindowStartRect();
         }
+    }
+
+    // X11 tells of every change of the window once more, later, and not always of place and size
+    // together. When the wheel turns fast, a step that meets what earlier ones have set goes on
+    // from the latest.
+    Timer {
+        id: wheelBurst
+
+        property list<rect> steps
+
+        function hasSet(name: string): bool {
+            return wheelBurst.steps.some(step => step[name] === rootWindow[name]);
+        }
+
+        function present(): rect {
+            if (["x", "y", "width", "height"].every(hasSet))
+                return wheelBurst.steps[wheelBurst.steps.length - 1];
+            return Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height);
+        }
+
+        function add() {
+            wheelBurst.steps.push(Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height));
+            wheelBurst.restart();
+        }
+
+        interval: 200
+        onTriggered: wheelBurst.steps = []
     }
 
     ResizeCorner {

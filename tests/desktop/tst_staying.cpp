@@ -106,6 +106,7 @@ void TestStaying::comesBackFromBeingMinimized()
         QTRY_VERIFY(!window.isMapped());
         // There must be something to bring it back with.
         QTRY_VERIFY(!window.states().contains("SKIP_TASKBAR"));
+        QTest::qWait(250); // no hand is faster
         window.activate();
         QTRY_VERIFY(window.isMapped());
         QTRY_VERIFY(window.states().contains("SKIP_TASKBAR"));

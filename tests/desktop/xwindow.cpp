@@ -140,13 +140,14 @@ QList<XWindow> XWindow::popups()
 {
     QList<XWindow> found;
     auto *xcb = server().xcb;
+    const QRect screen = XWindow(server().root()).geometry(); // window managers keep some beside it
     const Owned<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(xcb, xcb_query_tree(xcb, server().root()), nullptr));
     for (int i = 0; tree && i < xcb_query_tree_children_length(tree.get()); ++i) {
         const XWindow window(xcb_query_tree_children(tree.get())[i]);
         const Owned<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
             xcb, xcb_get_window_attributes(xcb, window.m_id), nullptr));
-        if (attributes && attributes->override_redirect
+        if (attributes && attributes->override_redirect && screen.intersects(window.geometry())
             && attributes->map_state == XCB_MAP_STATE_VIEWABLE
             && xcb_get_property_value_length(propertyOf(window.m_id, "_NET_WM_WINDOW_TYPE").get())
                 > 0)
