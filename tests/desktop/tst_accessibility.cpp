@@ -8,6 +8,7 @@
 
 #include <QtCore/qjsonarray.h>
 #include <QtCore/qjsondocument.h>
+#include <QtCore/qregularexpression.h>
 #include <QtTest/qtest.h>
 
 using namespace Qt::StringLiterals;
@@ -64,6 +65,7 @@ private Q_SLOTS:
     void faceTellsTimeAndDate();
     void ticksAreNotAnnounced();
     void controlsHaveNames();
+    void speaksJapanese();
 };
 
 void TestAccessibility::faceTellsTimeAndDate_data()
@@ -130,6 +132,27 @@ void TestAccessibility::controlsHaveNames()
     QCOMPARE(found.size(), 12 + 1 + 2 * 13 + 4 + 2);
     for (const QString &name : {u"Color Tone"_s, u"Overall Opacity"_s, u"Close"_s})
         QVERIFY(found.contains(name));
+}
+
+void TestAccessibility::speaksJapanese()
+{
+    const ClockHome home;
+    QVERIFY(home.writeSettings(settingsAt(place, {{u"UseEra"_s, true}})));
+    QMap<QString, QString> environment = timeStandingAt(u"2026-11-15 22:08:42"_s);
+    environment[u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s] = u"1"_s;
+    environment[u"LC_ALL"_s] = u"ja_JP.UTF-8"_s;
+    RunningClock clock(home, {.environment = environment});
+    QVERIFY(clock.waitForWindow());
+    QCOMPARE(nameOfRole(lookAt(clock.pid()), u"label"_s), u"22:08:42 令和8年11月15日㈰"_s);
+    QVERIFY(ClockMenu::choose(place.center(), ClockMenu::Settings));
+    QTRY_COMPARE(XWindow::allOfProcess(clock.pid()).size(), 2);
+    const Look look = lookAt(clock.pid());
+    static const QRegularExpression japanese(u"\\p{Han}|\\p{Hiragana}|\\p{Katakana}"_s);
+    for (const QJsonObject &entry : look.tree) {
+        if (controls.contains(entry[u"role"_s].toString()) && entry[u"role"_s] != u"link"_s)
+            QVERIFY2(entry[u"name"_s].toString().contains(japanese),
+                QJsonDocument(entry).toJson().constData());
+    }
 }
 
 QTEST_MAIN(TestAccessibility)

@@ -48,8 +48,8 @@ constexpr QRect place(620, 410, 240, 240);
 constexpr int opaque = 8;
 constexpr int transparent = 29;
 
-// As hands do it: the key goes down and up at some other time than the wheel turns. A window manager
-// that looks at every turn first hands it on with the keys that are down by then.
+// As hands do it: the key goes down and up at some other time than the wheel turns. A window
+// manager that looks at every turn first hands it on with the keys that are down by then.
 void turnWheelWithControl(int notches)
 {
     constexpr int handMs = 100;
