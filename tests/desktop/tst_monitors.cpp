@@ -107,8 +107,9 @@ void TestMonitors::comesBackWithItsMonitor()
         else
             QTRY_COMPARE_WITH_TIMEOUT(clock.window().geometry(), nearestPlace, limitMs);
         QVERIFY(addSecondMonitor());
-        QTRY_VERIFY_WITH_TIMEOUT(clock.window().isMapped(), limitMs);
-        QTRY_COMPARE_WITH_TIMEOUT(clock.window().geometry(), place, limitMs);
+        const auto isBack
+            = [&] { return clock.window().isMapped() && clock.window().geometry() == place; };
+        QVERIFY(QTest::qWaitFor(isBack, limitMs));
         QTest::qWait(300); // for whatever comes late
         QCOMPARE(clock.window().geometry(), place);
         QTRY_VERIFY(clock.window().states().contains("ABOVE"));

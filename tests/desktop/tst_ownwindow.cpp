@@ -204,10 +204,13 @@ void TestOwnWindow::isMinimizedByItsMenu()
         QVERIFY(call("saveConfig"));
         QCOMPARE(m_home.storedGeometry(), QRectF(here));
         window().activate();
-        QTRY_VERIFY(window().isMapped());
-        QTRY_COMPARE(window().states().contains("SKIP_TASKBAR"), !showOnTaskbar);
-        QTRY_VERIFY(window().states().contains("ABOVE"));
-        QTRY_COMPARE(window().geometry(), here);
+        // It leaves the taskbar by one more hide and show: each of these comes, goes and comes.
+        const auto isBack = [&] {
+            return window().isMapped() && window().geometry() == here
+                && window().states().contains("SKIP_TASKBAR") == !showOnTaskbar
+                && window().states().contains("ABOVE");
+        };
+        QVERIFY(QTest::qWaitFor(isBack));
         QTest::qWait(300); // for whatever comes late
         QCOMPARE(window().geometry(), here);
         QCOMPARE(window().frame(), QMargins());

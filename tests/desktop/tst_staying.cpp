@@ -108,11 +108,12 @@ void TestStaying::comesBackFromBeingMinimized()
         QTRY_VERIFY(!window.states().contains("SKIP_TASKBAR"));
         QTest::qWait(250); // no hand is faster
         window.activate();
-        QTRY_VERIFY(window.isMapped());
-        QTRY_VERIFY(window.states().contains("SKIP_TASKBAR"));
-        QTRY_COMPARE(window.states().contains("ABOVE"), topmost);
-        QTRY_COMPARE(window.inputShape().isEmpty(), ignoreMouseEvent);
-        QTRY_COMPARE(window.geometry(), place);
+        // It leaves the taskbar by one more hide and show: each of these comes, goes and comes.
+        const auto isBack = [&] {
+            return window.isMapped() && window.states().contains("SKIP_TASKBAR")
+                && window.geometry() == place;
+        };
+        QVERIFY(QTest::qWaitFor(isBack));
         QTest::qWait(300); // for whatever comes late
         QVERIFY(window.isMapped());
         QCOMPARE(window.geometry(), place);
