@@ -11,6 +11,9 @@
 #include <QtCore/qregularexpression.h>
 #include <QtTest/qtest.h>
 
+#include <algorithm>
+#include <iterator>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -36,10 +39,12 @@ Look lookAt(qint64 pid, double seconds = 0)
         return {};
     const QJsonObject told = QJsonDocument::fromJson(reader.readAllStandardOutput()).object();
     Look look;
-    for (const QJsonValue entry : told[u"tree"_s].toArray())
-        look.tree += entry.toObject();
-    for (const QJsonValue event : told[u"events"_s].toArray())
-        look.events += event.toString();
+    const QJsonArray tree = told[u"tree"_s].toArray();
+    std::ranges::transform(
+        tree, std::back_inserter(look.tree), [](const auto &entry) { return entry.toObject(); });
+    const QJsonArray events = told[u"events"_s].toArray();
+    std::ranges::transform(events, std::back_inserter(look.events),
+        [](const auto &event) { return event.toString(); });
     return look;
 }
 
