@@ -13,3 +13,7 @@ set(VESPER_MAKER_NOTICE "Copyright (C) 2026 Marrowby Inc." CACHE STRING
     "Copyright notice that the program shows")
 
 configure_file(config/maker.h.in generated/config/maker.h @ONLY)
+
+# The site of the update service is the maker's, too.
+set(VESPER_UPDATE_SITE "${PROJECT_BINARY_DIR}/packaging/vesper-update.conf")
+configure_file(packaging/update-service/vesper-update.conf.in "${VESPER_UPDATE_SITE}" @ONLY)

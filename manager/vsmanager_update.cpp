@@ -7,6 +7,7 @@
 
 #include "config/maker.h"
 #include "config/vsconfig.h"
+#include "platform/freememory.h"
 #include "update/versionnumber.h"
 
 #include <QtCore/qscopedvaluerollback.h>
@@ -57,6 +58,8 @@ void VsManager::checkUpdate()
     connect(thread, &QThread::finished, checker, &QObject::deleteLater);
     connect(checker, &QObject::destroyed, thread, &QObject::deleteLater);
     connect(thread, &QThread::started, checker, &VsUpdateChecker::checkForUpdate);
+    // An answer may have been of any size.
+    connect(thread, &QObject::destroyed, this, [] { returnFreeMemory(); });
     checker->moveToThread(thread);
     m_updateThreads.removeAll(nullptr); // those of earlier checks
     m_updateThreads += thread;

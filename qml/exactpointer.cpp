@@ -7,6 +7,9 @@
 #include <QtGui/qevent.h>
 #include <QtGui/qwindow.h>
 
+#include <algorithm>
+#include <cmath>
+
 ExactPointer::ExactPointer(QWindow *window)
     : QObject(window)
     , m_window(window)
@@ -41,9 +44,10 @@ void ExactPointer::rememberPress(const QMouseEvent *event)
 bool ExactPointer::sendAnew(QMouseEvent *event)
 {
     const QPointF position = m_window->mapFromGlobal(event->globalPosition() - m_error);
+    const QPointF off = position - event->scenePosition();
     const bool isHeld = event->buttons() || event->type() == QEvent::MouseButtonRelease;
     // Half a pixel and less is rounding. The event that is sent anew comes through here as well.
-    if (!isHeld || (position - event->scenePosition()).manhattanLength() <= 1)
+    if (!isHeld || std::max(std::abs(off.x()), std::abs(off.y())) <= 0.5)
         return false;
     QMouseEvent exact(event->type(), position, position, event->globalPosition(), event->button(),
         event->buttons(), event->modifiers(), event->source(), event->pointingDevice());

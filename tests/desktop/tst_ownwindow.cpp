@@ -4,17 +4,14 @@
 // What other programs cannot bring about: the clock's window is this program's own here, and its
 // manager is called as the documents call it. How it comes out is seen from outside again.
 
-#include "config/maker.h"
 #include "config/vsconfig.h"
 #include "manager/vsmanager.h"
-#include "qml/vespermodule.h"
-#include "tests/desktop/runningclock.h"
+#include "tests/desktop/ownclock.h"
 #include "tests/desktop/xinput.h"
 
 #include <QtCore/qregularexpression.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qscreen.h>
-#include <QtQml/qqmlapplicationengine.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
 #include <QtTest/qtest.h>
@@ -50,30 +47,21 @@ private Q_SLOTS:
     void letsTheMouseThroughLater();
 
 private:
-    XWindow window() const { return XWindow(uint32_t(m_window->winId())); }
+    XWindow window() const { return m_clock->nativeWindow(); }
     bool isRound() const
     {
         return (window().shape() & QRect(QPoint(), place.size())) == circle(place.width());
     }
-    bool call(const char *method) const
-    {
-        return QMetaObject::invokeMethod(m_manager.get(), method);
-    }
 
     const ClockHome m_home;
     VsConfig *m_config = nullptr;
-    std::unique_ptr<QQmlApplicationEngine> m_engine;
-    std::unique_ptr<VsManager> m_manager;
-    QQuickWindow *m_window = nullptr;
+    std::unique_ptr<OwnClock> m_clock;
+    QQuickWindow *m_window = nullptr; // the clock's
 };
 
 void TestOwnWindow::initTestCase()
 {
-    qputenv("HOME", m_home.path().toUtf8());
-    QCoreApplication::setOrganizationDomain(Maker::organizationDomain);
-    QCoreApplication::setApplicationName(u"Vesper"_s);
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    registerVesperModule();
+    OwnClock::prepare(m_home);
     m_config = VsConfig::instance();
     QCOMPARE(QGuiApplication::primaryScreen()->geometry(), QRect(0, 0, 1920, 1080));
 }
@@ -86,21 +74,10 @@ void TestOwnWindow::init()
     m_config->setShowOnTaskbar(false);
     m_config->setIgnoreMouseEvent(false);
     m_config->setResizeEnabled(false);
-    m_config->setLeft(place.x());
-    m_config->setTop(place.y());
-    m_config->setWidth(place.width());
-    m_config->setHeight(place.height());
-
-    m_engine = std::make_unique<QQmlApplicationEngine>();
-    m_manager = std::make_unique<VsManager>();
-    m_manager->setEngine(m_engine.get());
-    m_engine->load(u"qrc:/qt/qml/vesper/qml/main.qml"_s);
-    QVERIFY(!m_engine->rootObjects().isEmpty());
-    m_window = qobject_cast<QQuickWindow *>(m_engine->rootObjects().constFirst());
-    QVERIFY(m_window);
-    m_manager->setMainWindow(m_window);
-    m_manager->start();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window));
+    OwnClock::setStoredGeometry(place);
+    m_clock = std::make_unique<OwnClock>();
+    QVERIFY(m_clock->waitForWindow());
+    m_window = m_clock->window();
     QTRY_COMPARE(window().geometry(), place);
     QTRY_COMPARE(m_window->geometry(), place);
     QTRY_VERIFY(window().states().contains("ABOVE"));
@@ -108,8 +85,7 @@ void TestOwnWindow::init()
 
 void TestOwnWindow::cleanup()
 {
-    m_engine.reset(); // it reads what the manager has published
-    m_manager.reset();
+    m_clock.reset();
 }
 
 void TestOwnWindow::movesToTheCorners_data()
@@ -129,8 +105,8 @@ void TestOwnWindow::movesToTheCorners()
     QFETCH(QPoint, expected);
 
     const QRect target(expected, place.size());
-    QSignalSpy finished(m_manager.get(), &VsManager::windowMovingAnimationFinished);
-    QVERIFY(call(method.constData()));
+    QSignalSpy finished(m_clock->manager(), &VsManager::windowMovingAnimationFinished);
+    QVERIFY(m_clock->call(method.constData()));
     QVERIFY(finished.wait());
     QTRY_COMPARE(window().geometry(), target);
     QTRY_VERIFY(isRound());
@@ -140,8 +116,8 @@ void TestOwnWindow::movesToTheCorners()
 void TestOwnWindow::movesToTheMiddle()
 {
     XInput::moveTo({1800, 1000});
-    QSignalSpy finished(m_manager.get(), &VsManager::windowMovingAnimationFinished);
-    QVERIFY(call("moveToCenterAtCurrentScreen"));
+    QSignalSpy finished(m_clock->manager(), &VsManager::windowMovingAnimationFinished);
+    QVERIFY(m_clock->call("moveToCenterAtCurrentScreen"));
     QVERIFY(finished.wait());
     QRect target = place;
     target.moveCenter(QRect(0, 0, 1920, 1080).center());
@@ -201,7 +177,7 @@ void TestOwnWindow::isMinimizedByItsMenu()
         QTRY_VERIFY(!window().isMapped());
         QTRY_VERIFY(!window().states().contains("SKIP_TASKBAR"));
         QTest::qWait(200); // nobody brings it back faster
-        QVERIFY(call("saveConfig"));
+        QVERIFY(m_clock->call("saveConfig"));
         QCOMPARE(m_home.storedGeometry(), QRectF(here));
         window().activate();
         // It leaves the taskbar by one more hide and show: each of these comes, goes and comes.
@@ -242,7 +218,7 @@ void TestOwnWindow::letsTheMouseThroughLater()
     m_config->setIgnoreMouseEvent(true);
     m_window->resize(400, 400);
     QTRY_COMPARE(window().geometry().width(), 400);
-    QVERIFY(call("updateMask"));
+    QVERIFY(m_clock->call("updateMask"));
     m_config->setIgnoreMouseEvent(false);
     QTRY_COMPARE(XWindow::under(place.topLeft() + QPoint(380, 200)), window());
 }

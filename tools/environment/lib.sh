@@ -64,8 +64,26 @@ install_packages() {
     fi
     say "installing ${#missing[@]} packages: ${missing[*]}"
     as_root apt-get -qq update
-    as_root env DEBIAN_FRONTEND=noninteractive \
+    without_services as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get -qq -y --no-install-recommends -o Dpkg::Use-Pty=0 install "${missing[@]}" >/dev/null
+    if [[ " ${missing[*]} " == *" nginx "* ]] && command -v systemctl >/dev/null; then
+        as_root systemctl disable --quiet nginx # nor after the next start of the machine
+    fi
+}
+
+# Runs a command that installs packages, and lets none of them start a server.
+without_services() {
+    local policy=/usr/sbin/policy-rc.d
+    if [[ -e $policy ]]; then
+        "$@"
+        return
+    fi
+    printf '#!/bin/sh\nexit 101\n' | as_root tee "$policy" >/dev/null
+    as_root chmod 755 "$policy"
+    local result=0
+    "$@" || result=$?
+    as_root rm -f "$policy"
+    return "$result"
 }
 
 # The version of Qt that is installed or would be; nothing where there is none.

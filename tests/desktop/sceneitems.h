@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtQuick/qquickitem.h>
+#include <QtQuick/qquickwindow.h>
+
+/// The items of a window, for tests that look into their own process.
+namespace SceneItems
+{
+
+inline QList<QQuickItem *> below(const QQuickItem *item)
+{
+    QList<QQuickItem *> items = item->childItems();
+    for (const QQuickItem *child : item->childItems())
+        items += below(child);
+    return items;
+}
+
+inline QList<QQuickItem *> of(const QQuickWindow *window) { return below(window->contentItem()); }
+
+/// The pictures of the clock face that can be seen.
+inline QList<QQuickItem *> visibleLayers(const QQuickWindow *window)
+{
+    QList<QQuickItem *> layers = of(window);
+    layers.removeIf([](const QQuickItem *item) {
+        return !item->property("sourceRatio").isValid() || !item->isVisible();
+    });
+    return layers;
+}
+
+/// Whether the picture of a layer is the one for its present size.
+inline bool isSharp(const QQuickItem *layer)
+{
+    constexpr int ready = 1; // Image.Ready
+    return layer->property("status").toInt() == ready;
+}
+
+} // namespace SceneItems
