@@ -83,10 +83,7 @@ void TestOwnWindow::init()
     QTRY_VERIFY(window().states().contains("ABOVE"));
 }
 
-void TestOwnWindow::cleanup()
-{
-    m_clock.reset();
-}
+void TestOwnWindow::cleanup() { m_clock.reset(); }
 
 void TestOwnWindow::movesToTheCorners_data()
 {
