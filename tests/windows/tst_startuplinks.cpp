@@ -9,7 +9,10 @@
 
 #include <QtCore/qcoreapplication.h>
 #include <QtCore/qdir.h>
+#include <QtCore/qprocess.h>
+#include <QtCore/qregularexpression.h>
 #include <QtCore/qstandardpaths.h>
+#include <QtCore/qtemporarydir.h>
 #include <QtTest/qtest.h>
 
 using namespace Qt::StringLiterals;
@@ -23,8 +26,10 @@ private Q_SLOTS:
     void cleanup();
     void comesWithoutPackage();
     void writesAndReadsALink();
+    void isReadByAnotherReader();
     void createsFindsAndRemoves();
     void takesTheNextFreeName();
+    void endsAtTheLastName();
     void brokenLinkTakesAName();
     void foreignLinkWithArgumentsStays();
     void foreignLinkWithoutArgumentsGoes();
@@ -36,6 +41,8 @@ private:
     static AutoStart::ShortcutSpec spec();
     static bool create() { return AutoStart::createAutoStartLink(u"Vesper"_s, spec()); }
     static bool isFound(QStringList *paths = nullptr);
+    static QString systemPath(const QString &path);
+    static QMap<QString, QString> toldByReader(const QString &link);
     static int showCommandIn(const QString &path);
     static void writeLink(const QString &name, const QString &arguments);
 };
@@ -56,6 +63,36 @@ AutoStart::ShortcutSpec TestStartupLinks::spec()
 bool TestStartupLinks::isFound(QStringList *paths)
 {
     return AutoStart::findAutoStartLinks(spec().targetPath, spec().arguments, paths);
+}
+
+// As the system below Wine has it.
+QString TestStartupLinks::systemPath(const QString &path)
+{
+    return qEnvironmentVariable("WINEPREFIX") + u"/drive_c"_s + path.mid(2);
+}
+
+// What a program of that system says of a link, which knows the format and nothing of Wine.
+QMap<QString, QString> TestStartupLinks::toldByReader(const QString &link)
+{
+    const QTemporaryDir work;
+    const QString copy = work.filePath(u"a.lnk"_s); // under a name without blanks
+    const QString told = work.filePath(u"told"_s);
+    const QString all = work.filePath(u"all"_s);
+    if (!QFile::copy(link, copy))
+        return {};
+    // Wine starts the program and tells no more of it, so its end is seen by a second file.
+    const QString command = u"lnkinfo '%1' > '%2'; touch '%3'"_s.arg(
+        systemPath(copy), systemPath(told), systemPath(all));
+    QProcess::startDetached(u"Z:/bin/sh"_s, {u"-c"_s, command});
+    QFile file(told);
+    if (!QTest::qWaitFor([&all] { return QFile::exists(all); }) || !file.open(QIODevice::ReadOnly))
+        return {};
+    static const QRegularExpression field(
+        u"^\t(.+?)\\t+: (.*)$"_s, QRegularExpression::MultilineOption);
+    QMap<QString, QString> fields;
+    for (const auto &match : field.globalMatch(QString::fromUtf8(file.readAll())))
+        fields.insert(match.captured(1), match.captured(2).replace(u"\\\\"_s, u"\\"_s));
+    return fields;
 }
 
 void TestStartupLinks::writeLink(const QString &name, const QString &arguments)
@@ -119,6 +156,25 @@ void TestStartupLinks::writesAndReadsALink()
     QCOMPARE(showCommandIn(link.linkPath), 7); // Wine does not read it back
 }
 
+void TestStartupLinks::isReadByAnotherReader()
+{
+    AutoStart::ShortcutSpec link = spec();
+    link.linkPath = folder().filePath(u"a.lnk"_s);
+    link.arguments = u"/x \"a b\""_s;
+    link.iconIndex = 2;
+    link.showCommand = 7;
+    QVERIFY(ComManager().createShortcut(link));
+    const QMap<QString, QString> told = toldByReader(link.linkPath);
+    const QString program = QDir::toNativeSeparators(QCoreApplication::applicationFilePath());
+    QCOMPARE(told[u"Local path"_s], program);
+    QCOMPARE(told[u"Command line arguments"_s], link.arguments);
+    QCOMPARE(told[u"Working directory"_s], QDir::toNativeSeparators(link.workingDirectory));
+    QCOMPARE(told[u"Description"_s], link.description);
+    QCOMPARE(told[u"Icon location"_s], QDir::toNativeSeparators(link.iconPath));
+    QCOMPARE(told[u"Icon index"_s], u"2"_s);
+    QCOMPARE(told[u"Show Window value"_s], u"0x00000007"_s);
+}
+
 void TestStartupLinks::createsFindsAndRemoves()
 {
     QVERIFY(!isFound());
@@ -137,6 +193,22 @@ void TestStartupLinks::takesTheNextFreeName()
     writeLink(u"Vesper.lnk"_s, u"/x"_s);
     QVERIFY(create());
     QVERIFY(folder().exists(u"Vesper_1.lnk"_s));
+}
+
+void TestStartupLinks::endsAtTheLastName()
+{
+    const QString first = folder().filePath(u"Vesper.lnk"_s);
+    writeLink(u"Vesper.lnk"_s, u"/x"_s);
+    for (int number = 1; number <= 997; ++number)
+        QVERIFY(QFile::copy(first, folder().filePath(u"Vesper_%1.lnk"_s.arg(number))));
+    QVERIFY(create());
+    QVERIFY(folder().exists(u"Vesper_998.lnk"_s));
+    QVERIFY(AutoStart::removeAutoStartLinks());
+    QVERIFY(!folder().exists(u"Vesper_998.lnk"_s));
+    QVERIFY(QFile::copy(first, folder().filePath(u"Vesper_998.lnk"_s)));
+    QVERIFY(!create());
+    QCOMPARE(
+        folder().entryList({u"*.lnk"_s}, QDir::Files | QDir::System | QDir::Hidden).size(), 999);
 }
 
 // Qt takes a link whose target is gone for nothing at all.
