@@ -42,14 +42,14 @@ function(vesper_add_test kind name)
         TIMEOUT_SIGNAL_NAME SIGTERM TIMEOUT_SIGNAL_GRACE_PERIOD 10 ${properties})
 endfunction()
 
-# vesper_add_desktop_run(test window_manager [FUNCTIONS...])
-# Runs a desktop test once more, under another window manager: they differ in what they do behind a
-# program's back. Only the FUNCTIONS, if there are any.
-function(vesper_add_desktop_run test window_manager)
-    set(name ${test}_${window_manager})
+# vesper_add_desktop_run(test variant VARIABLE=VALUE [FUNCTIONS...])
+# Runs a desktop test once more in another environment, under another window manager for example:
+# they differ in what they do behind a program's back. Only the FUNCTIONS, if there are any.
+function(vesper_add_desktop_run test variant environment)
+    set(name ${test}_${variant})
     add_test(NAME ${name}
         COMMAND "${PROJECT_SOURCE_DIR}/tools/desktop/with-desktop" $<TARGET_FILE:${test}> ${ARGN})
     set_tests_properties(${name} PROPERTIES
-        LABELS desktop TIMEOUT 300 ENVIRONMENT VESPER_WM=${window_manager} RUN_SERIAL TRUE
+        LABELS desktop TIMEOUT 300 ENVIRONMENT ${environment} RUN_SERIAL TRUE
         TIMEOUT_SIGNAL_NAME SIGTERM TIMEOUT_SIGNAL_GRACE_PERIOD 10)
 endfunction()

@@ -212,6 +212,7 @@ private:
     VsConfig *m_config = nullptr; // not owned
     QWindow *m_mainWindow = nullptr; // not owned
     QQuickWindow *m_settingsWindow = nullptr; // deletes itself when it is closed
+    bool m_settingsFrameFits = true; // false until it is seen after it was opened
     QQuickWindow *m_popupWindow = nullptr; // not owned
     QQmlApplicationEngine *m_engine = nullptr; // not owned
     WallClock m_wallClock = &QDateTime::currentMSecsSinceEpoch;

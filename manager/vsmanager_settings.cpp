@@ -28,6 +28,16 @@ QRect fittedToScreen(QRect geometry, const QScreen &screen)
     return geometry;
 }
 
+// With its frame, which is not known before the window is seen: without this the buttons at the
+// lower edge would be cut off where the window fills the screen.
+void fitFrameToScreen(QWindow &window)
+{
+    const QRect inside = window.screen()->availableGeometry().marginsRemoved(window.frameMargins());
+    const QRect geometry = window.geometry();
+    if (geometry.height() > inside.height() || geometry.width() > inside.width())
+        window.setGeometry(geometry & inside);
+}
+
 } // namespace
 
 void VsManager::openSettings()
@@ -39,6 +49,7 @@ void VsManager::openSettings()
     const QScreen *const screen = QGuiApplication::screenAt(QCursor::pos());
     const QRect geometry = m_settingsWindow->geometry();
     m_settingsWindow->setGeometry(screen ? fittedToScreen(geometry, *screen) : geometry);
+    m_settingsFrameFits = false;
     m_settingsWindow->show();
     // One that is open already may lie below others.
     m_settingsWindow->raise();
@@ -77,6 +88,9 @@ void VsManager::filterSettingsWindowEvent(QEvent *event)
     if (event->type() == QEvent::Close) {
         m_settingsWindow->deleteLater();
         m_settingsWindow = nullptr;
+    } else if (event->type() == QEvent::Expose && !m_settingsFrameFits) {
+        m_settingsFrameFits = true;
+        fitFrameToScreen(*m_settingsWindow);
     } else if (event->type() == QEvent::MouseButtonPress) {
         Q_EMIT mouseButtonPressedOnSettingsWindow(static_cast<QMouseEvent *>(event)->button());
     }

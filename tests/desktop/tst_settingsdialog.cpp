@@ -7,6 +7,8 @@
 #include "tests/desktop/runningclock.h"
 #include "tests/desktop/xinput.h"
 
+#include <QtGui/qguiapplication.h>
+#include <QtGui/qscreen.h>
 #include <QtTest/qtest.h>
 
 #include <algorithm>
@@ -32,6 +34,7 @@ private Q_SLOTS:
     void cleanup();
     void opensInTheMiddle();
     void opensAgainInTheMiddle();
+    void fitsOnTheScreenWithItsFrame();
     void openingWritesNothing();
     void toneByMouse();
     void toneByKeyboard();
@@ -133,6 +136,18 @@ void TestSettingsDialog::opensAgainInTheMiddle()
 }
 
 // Values that no control shows as they are stay as well.
+// The buttons at its lower edge are the first that a frame would push off a small screen.
+void TestSettingsDialog::fitsOnTheScreenWithItsFrame()
+{
+    start();
+    QVERIFY(openSettings());
+    const XWindow window = dialogs().first();
+    QTRY_VERIFY(window.frame() != QMargins());
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    QTRY_VERIFY(screen.contains(window.geometry().marginsAdded(window.frame())));
+    QVERIFY(closeSettings());
+}
+
 void TestSettingsDialog::openingWritesNothing()
 {
     start({{u"ScaleFactorGroup"_s, QJsonObject{{u"DateScaleFactor"_s, 4.5}}},

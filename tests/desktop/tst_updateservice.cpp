@@ -84,13 +84,12 @@ public:
             == 0;
     }
 
-    void start()
+    void start(const QString &program = QStringLiteral(VESPER_PROGRAM))
     {
         QVERIFY(m_home.writeSettings(settingsAt(m_place)));
         m_settings = m_home.settings();
         m_clock = std::make_unique<RunningClock>(m_home,
-            ClockStart{.arguments = {u"enter"_s, m_folder, QStringLiteral(VESPER_PROGRAM)},
-                .program = worldScript});
+            ClockStart{.arguments = {u"enter"_s, m_folder, program}, .program = worldScript});
         m_sinceStart.start();
     }
 
@@ -133,12 +132,16 @@ private Q_SLOTS:
     void initTestCase();
     void check_data();
     void check();
+    void copyOfAPackageNeverChecks();
     void waitsInOneThread();
     void quitsAtOnce();
 
 private:
+    void startCopyOfAPackage(World &world);
+
     const QTemporaryDir m_folder;
     std::map<QString, std::unique_ptr<World>> m_worlds;
+    std::unique_ptr<World> m_packaged;
     std::map<QString, qint64> m_privateBefore;
 };
 
@@ -156,6 +159,9 @@ void TestUpdateService::initTestCase()
         if (QTest::currentTestFailed())
             return;
     }
+    m_packaged = std::make_unique<World>(m_folder.filePath(u"packaged"_s), index);
+    QVERIFY(m_packaged->make(u"newer"_s));
+    startCopyOfAPackage(*m_packaged);
     for (const auto &[name, world] : m_worlds)
         QVERIFY(world->clock().waitForWindow());
     // Shortly before the first of them asks.
@@ -192,6 +198,24 @@ void TestUpdateService::check()
     QCOMPARE(world.windows(), services.at(name) ? 2 : 1);
     QVERIFY(world.hasUntouchedSettings());
     QVERIFY(world.clock().isRunning());
+}
+
+// As packages install it: with a marker beside the program.
+void TestUpdateService::startCopyOfAPackage(World &world)
+{
+    const QString program = m_folder.filePath(u"installed/vesper"_s);
+    QVERIFY(QDir().mkpath(m_folder.filePath(u"installed"_s)));
+    QVERIFY(QFile::copy(QStringLiteral(VESPER_PROGRAM), program));
+    QVERIFY(
+        QFile(m_folder.filePath(u"installed/installed-by-package"_s)).open(QIODevice::WriteOnly));
+    world.start(program);
+}
+
+void TestUpdateService::copyOfAPackageNeverChecks()
+{
+    QTRY_VERIFY_WITH_TIMEOUT(m_packaged->msSinceStart() > firstCheckMs + 5000, checkLimitMs);
+    QCOMPARE(m_packaged->windows(), 1);
+    QVERIFY(!m_packaged->threads().contains(checkThread));
 }
 
 // One thread of this program. Qt has another one for the connection.
