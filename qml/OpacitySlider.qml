@@ -113,7 +113,11 @@ Item {
                 icon.height: 12
                 icon.source: "qrc:/images/reset_to_default.svg"
                 icon.width: 12
-                padding: 0
+                // Each by itself, as some styles set them: they would leave no room for the picture.
+                bottomPadding: 0
+                leftPadding: 0
+                rightPadding: 0
+                topPadding: 0
 
                 onClicked: {
                     resetButton.ToolTip.hide();
