@@ -233,14 +233,23 @@ void tst_Settings::sliders()
     QVERIFY(row);
     QCOMPARE(row->property("value").toDouble(), config.property(name).toDouble());
 
-    QQuickItem *const slider = itemsWith(row, {"from", "to", "visualPosition"}).constFirst();
-    slider->setProperty("value", 0.25); // as the handle does
-    QCOMPARE(config.property(name).toDouble(), 0.25);
-
+    m_window->resize(424, 2000); // everything is in sight
     for (const auto &opener : {u"buttonOpacityExpand"_s, u"buttonScalingExpand"_s})
         QMetaObject::invokeMethod(byId(m_window, opener), "click");
-    QQuickItem *const reset = itemsWith(row, {"down", "icon", "checkable"}).constFirst();
-    QMetaObject::invokeMethod(reset, "click");
+    QTest::qWait(300); // the areas have opened
+
+    QQuickItem *const slider = itemsWith(row, {"from", "to", "visualPosition"}).constFirst();
+    const double from = slider->property("from").toDouble();
+    const double to = slider->property("to").toDouble();
+    click(*slider);
+    QCOMPARE_GE(config.property(name).toDouble(), from + 0.48 * (to - from));
+    QCOMPARE_LE(config.property(name).toDouble(), from + 0.52 * (to - from));
+    const double before = config.property(name).toDouble();
+    slider->forceActiveFocus();
+    QTest::keyClick(m_window, Qt::Key_Left);
+    QCOMPARE(config.property(name).toDouble(), before - 0.1);
+
+    click(*itemsWith(row, {"down", "icon", "checkable"}).constFirst()); // the reset button
     const double expected = themeColour.isEmpty()
         ? 1.0
         : double(m_documents->theme.property(themeColour).value<QColor>().alphaF());
