@@ -52,7 +52,14 @@ VsUpdateChecker::VsUpdateChecker(QObject *parent)
 
 void VsUpdateChecker::checkForUpdate()
 {
-    m_networkAccessManager->get(QNetworkRequest(serviceUrl()));
+    QNetworkReply *const reply = m_networkAccessManager->get(QNetworkRequest(serviceUrl()));
+    // No release has so much to tell: a server gone mad must not take the machine's memory. What
+    // is cut short counts as a network error.
+    connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received) {
+        constexpr qint64 limitBytes = 16 * 1024 * 1024;
+        if (received > limitBytes)
+            reply->abort();
+    });
 }
 
 void VsUpdateChecker::onManagerFinished(QNetworkReply *reply)

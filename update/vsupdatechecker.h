@@ -31,7 +31,7 @@ public:
     explicit VsUpdateChecker(QObject *parent = nullptr);
 
     /// Sends the question and returns at once. One GET over https; the network stack decides all
-    /// else.
+    /// else, but an answer of more than 16 MiB is cut off and counts as an error.
     void checkForUpdate();
 
 Q_SIGNALS:
