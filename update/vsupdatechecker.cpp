@@ -56,7 +56,7 @@ void VsUpdateChecker::checkForUpdate()
     // No release has so much to tell: a server gone mad must not take the machine's memory. What
     // is cut short counts as a network error.
     connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received) {
-        constexpr qint64 limitBytes = 16 * 1024 * 1024;
+        constexpr qint64 limitBytes = qint64(16) << 20;
         if (received > limitBytes)
             reply->abort();
     });

@@ -194,7 +194,7 @@ void TestUpdateService::check()
     const QImage before = world.clock().picture();
     // It goes on ticking, beside a dozen others.
     QVERIFY(QTest::qWaitFor([&] { return world.clock().picture() != before; }, 3000));
-    constexpr qint64 allowedKiB = 10 * 1024;
+    constexpr qint64 allowedKiB = 10'240;
     QTRY_COMPARE_LE_WITH_TIMEOUT(
         world.privateKiB(), m_privateBefore[name] + allowedKiB, checkLimitMs);
     QCOMPARE(world.windows(), services.at(name) ? 2 : 1);
