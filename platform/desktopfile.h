@@ -8,7 +8,7 @@
 
 #include <optional>
 
-/// The group "Desktop Entry" of a desktop file, as the Desktop Entry Specification 1.5 has it.
+/// The group "Desktop Entry" of a desktop file, as freedesktop.org has it (Desktop Entry 1.5).
 class DesktopFile
 {
 public:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// Entries as the desktops' autostart specification has them: desktop files in ~/.config/autostart.
+// Entries as freedesktop.org's autostart has them: desktop files in ~/.config/autostart.
 
 #include "platform/startupentries.h"
 
