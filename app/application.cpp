@@ -8,9 +8,12 @@
 #include "app/vstranslator.h"
 #include "config/maker.h"
 #include "manager/vsmanager.h"
+#include "platform/sessionlock.h"
 #include "platform/trayhostwatch.h"
 #include "qml/accessibleclock.h"
 #include "qml/exactpointer.h"
+#include "qml/layertrimmer.h"
+#include "qml/renderer.h"
 #include "qml/vespermodule.h"
 
 #include <QtCore/qurl.h>
@@ -19,7 +22,6 @@
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuick/qquickwindow.h>
-#include <QtQuick/qsgrendererinterface.h>
 #include <QtWidgets/qapplication.h>
 
 using namespace Qt::StringLiterals;
@@ -34,18 +36,17 @@ void setUpGlobals()
     QCoreApplication::setOrganizationDomain(Maker::organizationDomain);
     QGuiApplication::setDesktopFileName(u"vesper"_s);
     QGuiApplication::setWindowIcon(QIcon(u":/images/app_icon.svg"_s));
-    // A clock paints once a second. That is not worth a GPU context, which costs more memory than
-    // the rest of the program and, where there is no GPU, more time as well.
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    chooseRenderer();
 }
 
 void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager)
 {
     const QList<QObject *> roots = engine.rootObjects();
-    if (auto *window = roots.isEmpty() ? nullptr : qobject_cast<QWindow *>(roots.first())) {
+    if (auto *window = roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first())) {
         manager.setMainWindow(window);
         // After the manager, so that its event filter sees only what this one lets through.
         new ExactPointer(window);
+        new LayerTrimmer(window);
         offerAccessibleClock(*window);
         manager.start();
         manager.keepOnScreen();
@@ -94,5 +95,8 @@ int runVesper(int &argc, char **argv)
         for (QObject *const root : roots)
             QMetaObject::invokeMethod(root, "renewTrayIcon");
     });
+    const SessionLock sessionLock;
+    QObject::connect(
+        &sessionLock, &SessionLock::lockedChanged, &manager, &VsManager::setSessionLocked);
     return QApplication::exec();
 }

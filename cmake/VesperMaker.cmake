@@ -3,6 +3,10 @@
 
 # Who makes this build: the one place to change for another maker. The defaults stand on a name
 # that is reserved for examples, so an unconfigured build can reach nobody.
+set(VESPER_MAKER_NAME "Marrowby Inc." CACHE STRING
+    "Name of the maker, as the packages have it")
+set(VESPER_MAKER_CONTACT "support@marrowby.example" CACHE STRING
+    "Mail address of who looks after the packages")
 set(VESPER_MAKER_DOMAIN "marrowby.example" CACHE STRING
     "Organisation domain; also the name of the folder that holds the settings folder")
 set(VESPER_MAKER_WEB_SITE "https://www.marrowby.example/" CACHE STRING

@@ -50,6 +50,8 @@ void VsConfig::save() const
     QJsonObject object;
     for (const Setting &setting : settings())
         setting.write(*this, object);
+    // Before the file is emptied: whoever is killed while it is empty has lost the settings.
+    const QByteArray text = QJsonDocument(object).toJson(QJsonDocument::Indented);
 
     const QFileInfo target(configFilePath());
     if (!target.dir().exists() && !QDir().mkdir(target.path()))
@@ -59,7 +61,7 @@ void VsConfig::save() const
     QFile file(target.filePath());
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return;
-    file.write(QJsonDocument(object).toJson(QJsonDocument::Indented));
+    file.write(text);
     file.flush();
     file.close();
 }

@@ -61,6 +61,10 @@ public:
     /// Takes charge of the clock window and shows it. Called once; \a window keeps its owner.
     void setMainWindow(QWindow *window);
 
+    /// Nobody sees the clock while the session is locked: it rests until this is told false, then
+    /// it is right at once.
+    void setSessionLocked(bool locked);
+
     /// Brings the clock onto a screen if it lies on none and is not told to keep its place. The
     /// stored geometry changes only with the next ordinary save.
     void keepOnScreen();
@@ -206,6 +210,8 @@ private:
     void applyWindowStyle();
     void onMainWindowStateChange();
     void completeTaskbarChange();
+    void showAgainIfLost();
+    QRect restorableGeometry() const;
     void moveToCorner(Qt::Corner corner);
     void saveIfMoved();
 
@@ -246,5 +252,6 @@ private:
     bool m_mousePressed = false;
     QTimer m_dpiCheckTimer;
     Qt::WindowStates m_windowStates; // as last told
+    int m_triesToShow = 0; // in a row, a window that the window manager has lost
     QRect m_normalGeometry; // before the clock was minimised or its taskbar entry changed
 };

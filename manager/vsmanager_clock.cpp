@@ -48,6 +48,16 @@ void VsManager::start()
     mainLoop();
 }
 
+void VsManager::setSessionLocked(bool locked)
+{
+    if (!locked) {
+        start();
+        return;
+    }
+    m_ticking = false;
+    m_tickTimer.stop();
+}
+
 void VsManager::mainLoop()
 {
     if (m_inMainLoop)

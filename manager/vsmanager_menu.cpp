@@ -68,6 +68,9 @@ void VsManager::buildMenu()
     m_menu->addAction(tr("About Vesper..."), this, &VsManager::showAboutVesper);
     m_menu->addAction(tr("Quit"), this, &VsManager::quitApp);
     m_menu->installEventFilter(this);
+    // It takes the release of a button that went down before it opened, and that would have put the
+    // mask back.
+    connect(m_menu.get(), &QMenu::aboutToHide, this, &VsManager::updateMask);
 }
 
 // An item that shows one setting and changes it.

@@ -6,8 +6,10 @@
 #include "manager/vsmanager.h"
 
 #include "config/vsconfig.h"
+#include "platform/freememory.h"
 
 #include <QtCore/qdebug.h>
+#include <QtCore/qtimer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qicon.h>
 #include <QtGui/qscreen.h>
@@ -15,6 +17,7 @@
 #include <QtQml/qqmlcomponent.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -78,6 +81,11 @@ void VsManager::onSettingsWindowDestroyed()
 {
     saveConfig();
     qDebug("Settings Window Destroyed");
+    // Once all that went with it has gone.
+    QTimer::singleShot(1s, m_engine, [engine = m_engine] {
+        engine->collectGarbage();
+        returnFreeMemory();
+    });
 }
 
 void VsManager::openSettingsByQml() { openSettings(); }

@@ -9,6 +9,7 @@
 #include "config/vsconfig.h"
 #include "platform/freememory.h"
 #include "update/versionnumber.h"
+#include "update/webpage.h"
 
 #include <QtCore/qscopedvaluerollback.h>
 #include <QtCore/qthread.h>
@@ -20,14 +21,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-
-namespace
-{
-
-// What comes from the network opens a browser at most.
-bool isWebPage(const QUrl &url) { return url.scheme() == "https"_L1 || url.scheme() == "http"_L1; }
-
-} // namespace
 
 void VsManager::scheduleUpdateChecks()
 {

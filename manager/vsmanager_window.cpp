@@ -5,9 +5,8 @@
 
 #include "manager/vsmanager.h"
 
-#include "config/saturate.h"
 #include "config/vsconfig.h"
-#include "manager/clockside.h"
+#include "manager/storedplacement.h"
 #include "manager/windowstyle.h"
 
 #include <QtGui/qcursor.h>
@@ -21,10 +20,8 @@ using namespace std::chrono_literals;
 namespace
 {
 
-constexpr double minimumSide = 72.0;
-constexpr double maximumSide = 7680.0;
-
-bool isUsableSide(double side) { return side >= minimumSide && side <= maximumSide; }
+// A window manager may have reasons to keep a window away, which are not fought for ever.
+constexpr int mostTriesToShow = 3;
 
 // The two ways of every desktop.
 bool asksForMenu(const QKeyEvent &event)
@@ -65,11 +62,11 @@ void VsManager::setMainWindow(QWindow *window)
 
 void VsManager::applyStoredGeometry()
 {
-    if (!isUsableSide(m_config->width()) || !isUsableSide(m_config->height()))
+    const auto stored = storedPlacement(*m_config);
+    if (!stored)
         return;
-    const int side = toIntSaturated(m_config->width()); // the width wins: the clock is square
-    m_mainWindow->setPosition(toIntSaturated(m_config->left()), toIntSaturated(m_config->top()));
-    m_mainWindow->resize(side, side);
+    m_mainWindow->setPosition(stored->position);
+    m_mainWindow->resize(stored->side, stored->side);
 }
 
 void VsManager::filterMainWindowEvent(QEvent *event)
@@ -203,6 +200,13 @@ void VsManager::setShowOnTaskbar(bool enabled, bool storeGeometry)
     QTimer::singleShot(0, this, &VsManager::completeTaskbarChange);
 }
 
+// Nothing is stored before the first save, and a file may hold anything: a window without a size
+// would not be seen again, one of millions of pixels would take the machine's memory.
+QRect VsManager::restorableGeometry() const
+{
+    return storedPlacement(*m_config) ? m_config->geometry() : QRect();
+}
+
 // Brings back what the change of the flags may have lost, once it has been carried out.
 void VsManager::completeTaskbarChange()
 {
@@ -210,12 +214,24 @@ void VsManager::completeTaskbarChange()
     WindowStyle::setWindowToolStyle(m_mainWindow->winId(), !m_config->showOnTaskbar());
     m_mainWindow->show();
     WindowStyle::setWindowTopmost(m_mainWindow->winId(), m_config->topmost());
-    const QRect geometry = m_normalGeometry.isValid() ? m_normalGeometry : m_config->geometry();
-    // Nothing is stored before the first save; a window without a size would not be seen again.
+    const QRect geometry = m_normalGeometry.isValid() ? m_normalGeometry : restorableGeometry();
     if (geometry.isValid())
         m_mainWindow->setGeometry(geometry);
     updateMask();
     WindowStyle::setWindowTransparentForMouse(m_mainWindow->winId(), m_config->ignoreMouseEvent());
+    QTimer::singleShot(500ms, this, &VsManager::showAgainIfLost);
+}
+
+// A window manager that hears of a hide and a show in one go may carry out only the hide, or forget
+// meanwhile which desktop the window belongs to. The clock would be gone.
+void VsManager::showAgainIfLost()
+{
+    const bool isMeantToBeSeen
+        = m_mainWindow->isVisible() && m_mainWindow->windowState() != Qt::WindowMinimized;
+    const bool isLost = isMeantToBeSeen && WindowStyle::isLost(m_mainWindow->winId());
+    m_triesToShow = isLost ? m_triesToShow + 1 : 0;
+    if (isLost && m_triesToShow <= mostTriesToShow)
+        completeTaskbarChange();
 }
 
 void VsManager::onAboutToMinimize()

@@ -38,6 +38,10 @@ void keepFrameless(WId window);
 /// Shows \a window if the native window is hidden while QWindow takes it for visible.
 void showWindow(WId window);
 
+/// Whether \a window, which is neither hidden nor minimised, is not shown all the same: the window
+/// manager has let go of it, or put it on another desktop.
+[[nodiscard]] bool isLost(WId window);
+
 /// Calls \a apply whenever \a window may have lost what these functions have set: after Qt has made
 /// its native window anew and, where a hidden window forgets, around every show; no longer once
 /// \a context is gone.

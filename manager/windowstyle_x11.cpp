@@ -3,18 +3,23 @@
 
 #include "manager/windowstyle.h"
 
+#include <QtCore/qabstractnativeeventfilter.h>
 #include <QtCore/qlist.h>
 #include <QtCore/qpointer.h>
+#include <QtCore/qtimer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <string_view>
 
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
+
+using namespace std::chrono_literals;
 
 namespace WindowStyle
 {
@@ -34,16 +39,27 @@ xcb_connection_t *connection()
     return x11 ? x11->connection() : nullptr;
 }
 
+struct HintsDeleter {
+    void operator()(xcb_ewmh_connection_t *hints) const
+    {
+        xcb_ewmh_connection_wipe(hints);
+        delete hints;
+    }
+};
+using OwnedHints = std::unique_ptr<xcb_ewmh_connection_t, HintsDeleter>;
+
 // The atoms of the extended window manager hints, asked for once. Null without an X server.
 xcb_ewmh_connection_t *hints()
 {
-    static const auto atoms = []() -> std::unique_ptr<xcb_ewmh_connection_t> {
-        auto result = std::make_unique<xcb_ewmh_connection_t>();
+    static const auto atoms = []() -> OwnedHints {
         if (!connection())
             return nullptr;
+        auto result = std::make_unique<xcb_ewmh_connection_t>();
         auto *cookie = xcb_ewmh_init_atoms(connection(), result.get());
-        return xcb_ewmh_init_atoms_replies(result.get(), cookie, nullptr) ? std::move(result)
-                                                                          : nullptr;
+        // What fails has been wiped already.
+        return OwnedHints(xcb_ewmh_init_atoms_replies(result.get(), cookie, nullptr)
+                ? result.release()
+                : nullptr);
     }();
     return atoms.get();
 }
@@ -190,10 +206,23 @@ void startShown(xcb_connection_t *xcb, xcb_window_t window)
         32, fields, values);
 }
 
+// The sign of a window manager that has just come (EWMH, _NET_SUPPORTING_WM_CHECK).
+bool isNewWindowManager(const xcb_generic_event_t &event)
+{
+    constexpr int sentByAClient = 0x80;
+    if ((event.response_type & ~sentByAClient) != XCB_PROPERTY_NOTIFY || !hints())
+        return false;
+    const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+    return change.window == hints()->screens[0]->root
+        && change.atom == hints()->_NET_SUPPORTING_WM_CHECK
+        && change.state == XCB_PROPERTY_NEW_VALUE;
+}
+
 // A window manager takes the state away from a window that is withdrawn, at some time after the
 // hide. So it is set before the show, for the manager to find, and again once the window is seen,
-// in case the manager was late.
-class WindowKeeper : public QObject
+// in case the manager was late. One that takes the place of another may not understand what that
+// has left: "on all desktops" has been taken for the last one, where nobody sees the clock.
+class WindowKeeper : public QObject, public QAbstractNativeEventFilter
 {
 public:
     WindowKeeper(QWindow *window, QObject *context, std::function<void()> apply)
@@ -202,6 +231,25 @@ public:
         , m_context(context)
         , m_apply(std::move(apply))
     {
+        m_newManagerTimer.setSingleShot(true);
+        m_newManagerTimer.setInterval(1s); // by then it has the windows in its care
+        connect(&m_newManagerTimer, &QTimer::timeout, this, [this] {
+            // What is minimised comes back by a show. What is on the taskbar, as its flags tell,
+            // has a desktop, where it is to stay.
+            if (!m_window->windowStates().testFlag(Qt::WindowMinimized)
+                && !m_window->flags().testFlag(Qt::WindowSystemMenuHint))
+                this->apply();
+        });
+        QCoreApplication::instance()->installNativeEventFilter(this);
+    }
+
+    bool nativeEventFilter(
+        const QByteArray &eventType, void *message, [[maybe_unused]] qintptr *result) override
+    {
+        if (eventType == "xcb_generic_event_t"
+            && isNewWindowManager(*static_cast<const xcb_generic_event_t *>(message)))
+            m_newManagerTimer.start();
+        return false;
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override
@@ -243,6 +291,7 @@ private:
     QPointer<QObject> m_context;
     std::function<void()> m_apply;
     bool m_dueWhenSeen = true;
+    QTimer m_newManagerTimer;
 };
 
 // A menu has no window manager that would keep it above what is raised.
@@ -357,6 +406,17 @@ void keepFrameless(WId window)
 void showWindow([[maybe_unused]] WId window)
 {
     // Nobody hides the native window behind Qt's back here.
+}
+
+bool isLost(WId window)
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return false;
+    const auto xWindow = static_cast<xcb_window_t>(window);
+    const Owned<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, xWindow), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_UNMAPPED;
 }
 
 void reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply)

@@ -65,7 +65,8 @@ std::optional<DesktopFile> DesktopFile::read(const QString &path)
 }
 
 // An argument in quotes, with what a shell would take for something else escaped; then, for the
-// value itself, every backslash escaped once more; and a per cent sign is written twice.
+// value itself, every backslash escaped once more, and the end of a line written as an escape; and
+// a per cent sign is written twice.
 QString commandOfProgram(const QString &program)
 {
     QString quoted;
@@ -74,7 +75,8 @@ QString commandOfProgram(const QString &program)
             quoted += u'\\';
         quoted += character;
     }
-    return u'"' + quoted.replace(u'\\', u"\\\\"_s).replace(u'%', u"%%"_s) + u'"';
+    quoted.replace(u'\\', u"\\\\"_s).replace(u'%', u"%%"_s);
+    return u'"' + quoted.replace(u'\n', u"\\n"_s).replace(u'\r', u"\\r"_s) + u'"';
 }
 
 QString programOfCommand(const QString &command)

@@ -15,11 +15,7 @@ Menu {
     property var mgr: typeof manager === "undefined" ? null : manager
     // qmllint enable unqualified
 
-    // Not declared in its place: a menu within a menu is complete before the outer one has a native
-    // menu, takes one of another kind than the tray's, and the tray crashes on it.
-    readonly property Menu moveMenu: Menu {
-        title: qsTr("Move To")
-    }
+    // Before their menu, since they go in this order: an item tells its menu that it goes.
     readonly property list<MenuItem> moveItems: [
         MoveItem {
             method: "moveToTopRight"
@@ -43,6 +39,12 @@ Menu {
             text: qsTr("Center at This Monitor")
         }
     ]
+
+    // Not declared in its place: a menu within a menu is complete before the outer one has a native
+    // menu, takes one of another kind than the tray's, and the tray crashes on it.
+    readonly property Menu moveMenu: Menu {
+        title: qsTr("Move To")
+    }
 
     Component.onCompleted: {
         root.insertMenu(4, root.moveMenu);

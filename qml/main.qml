@@ -181,12 +181,10 @@ Window {
             const side = Qt.size(corner.pressedWinSize.width + diff, corner.pressedWinSize.height + diff);
             if (!rootWindow.isSide(side.width) || !rootWindow.isSide(side.height))
                 return;
-            if (corner.growX < 0)
-                rootWindow.x = corner.pressedWinPos.x - diff;
-            if (corner.growY < 0)
-                rootWindow.y = corner.pressedWinPos.y - diff;
-            rootWindow.width = side.width;
-            rootWindow.height = side.height;
+            const left = corner.growX < 0 ? corner.pressedWinPos.x - diff : rootWindow.x;
+            const top = corner.growY < 0 ? corner.pressedWinPos.y - diff : rootWindow.y;
+            // At once: a window manager may move a window onto the screen that only grows.
+            rootWindow.setGeometry(left, top, side.width, side.height);
         }
 
         x: corner.handle.x

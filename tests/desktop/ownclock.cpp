@@ -7,6 +7,8 @@
 #include "config/vsconfig.h"
 #include "manager/vsmanager.h"
 #include "qml/exactpointer.h"
+#include "qml/layertrimmer.h"
+#include "qml/renderer.h"
 #include "qml/vespermodule.h"
 
 #include <QtCore/qcoreapplication.h>
@@ -21,7 +23,7 @@ void OwnClock::prepare(const ClockHome &home)
     qputenv("HOME", home.path().toUtf8());
     QCoreApplication::setOrganizationDomain(Maker::organizationDomain);
     QCoreApplication::setApplicationName(u"Vesper"_s);
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    chooseRenderer();
     registerVesperModule();
 }
 
@@ -53,6 +55,7 @@ bool OwnClock::waitForWindow()
         return false;
     m_manager->setMainWindow(m_window);
     new ExactPointer(m_window);
+    new LayerTrimmer(m_window);
     m_manager->start();
     return QTest::qWaitForWindowExposed(m_window);
 }

@@ -4,11 +4,13 @@
 #include "tests/desktop/runningclock.h"
 
 #include "config/maker.h"
+#include "tests/desktop/processmemory.h"
 
 #include <QtCore/qdir.h>
 #include <QtCore/qelapsedtimer.h>
 #include <QtCore/qfile.h>
 #include <QtCore/qjsondocument.h>
+#include <QtCore/qregularexpression.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qpixmap.h>
 #include <QtGui/qscreen.h>
@@ -43,6 +45,18 @@ QProcessEnvironment environmentIn(const ClockHome &home, const QMap<QString, QSt
             environment.insert(name, value);
     }
     return environment;
+}
+
+// A number of a file that proc(5) describes, in its unit; -1 where it has none.
+qint64 numberOf(const QString &path, const QString &name)
+{
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly))
+        return -1;
+    const QRegularExpression line(
+        u'^' + name + u":\\s+(\\d+)"_s, QRegularExpression::MultilineOption);
+    const auto match = line.match(QString::fromLatin1(file.readAll()));
+    return match.hasMatch() ? match.captured(1).toLongLong() : -1;
 }
 
 // The variables of libfaketime. By hand and not by the faketime command, which would stand between
@@ -193,15 +207,16 @@ qint64 RunningClock::processorTimeMs() const
 
 qint64 RunningClock::rests() const
 {
-    QFile file(u"/proc/%1/status"_s.arg(pid()));
-    if (!file.open(QFile::ReadOnly))
-        return 0;
-    const QByteArrayList lines = file.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        if (line.startsWith("voluntary_ctxt_switches:"))
-            return line.mid(line.indexOf(':') + 1).trimmed().toLongLong();
-    }
-    return 0;
+    return numberOf(u"/proc/%1/status"_s.arg(pid()), u"voluntary_ctxt_switches"_s);
+}
+
+qint64 RunningClock::privateKiB() const { return qint64(privateMiB(pid()) * 1024); }
+
+qsizetype RunningClock::openFiles() const
+{
+    return QDir(u"/proc/%1/fd"_s.arg(pid()))
+        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
+        .size();
 }
 
 QImage RunningClock::picture() const { return screenPicture(m_window.geometry()); }
@@ -223,6 +238,12 @@ QImage RunningClock::stillPicture() const
         }
     }
     return last;
+}
+
+bool RunningClock::ticks() const
+{
+    const QImage before = picture();
+    return QTest::qWaitFor([&] { return picture() != before; }, 3000);
 }
 
 QRegion circle(int side)

@@ -81,8 +81,13 @@ public:
     qint64 processorTimeMs() const;
     /// How often its main thread has gone to sleep.
     qint64 rests() const;
+    qsizetype openFiles() const;
+    /// Memory that nobody shares with it and that it has written to.
+    qint64 privateKiB() const;
     /// The screen at the place of the window.
     QImage picture() const;
+    /// Whether the picture changes within the next three seconds.
+    [[nodiscard]] bool ticks() const;
     /// The same, when it no longer changes: of a clock that stands still. Null if it goes on
     /// changing.
     QImage stillPicture() const;

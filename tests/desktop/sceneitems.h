@@ -6,6 +6,8 @@
 #include <QtQuick/qquickitem.h>
 #include <QtQuick/qquickwindow.h>
 
+#include <algorithm>
+
 /// The items of a window, for tests that look into their own process.
 namespace SceneItems
 {
@@ -35,6 +37,14 @@ inline bool isSharp(const QQuickItem *layer)
 {
     constexpr int ready = 1; // Image.Ready
     return layer->property("status").toInt() == ready;
+}
+
+inline bool isSharp(const QQuickWindow *window)
+{
+    const QList<QQuickItem *> layers = visibleLayers(window);
+    return !layers.isEmpty()
+        && std::all_of(
+            layers.begin(), layers.end(), [](const QQuickItem *layer) { return isSharp(layer); });
 }
 
 } // namespace SceneItems

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void opensByKey_data();
     void opensByKey();
     void escapeClosesIt();
+    void isRoundAfterTheMenu();
     void staysAboveTheClock();
     void settings_data();
     void settings();
@@ -133,6 +134,22 @@ void TestMenu::escapeClosesIt()
     XInput::type(XInput::EscapeKey);
     QTRY_VERIFY(XWindow::popups().isEmpty());
     QVERIFY(m_clock->isRunning());
+}
+
+// A press takes the mask away, and its release goes to the menu that has opened meanwhile.
+void TestMenu::isRoundAfterTheMenu()
+{
+    start();
+    XInput::moveTo(place.center());
+    XInput::press();
+    QTRY_VERIFY(!m_clock->window().isShaped());
+    XInput::press(XInput::RightButton);
+    QTRY_COMPARE(XWindow::popups().size(), 1);
+    XInput::release(XInput::RightButton);
+    XInput::release();
+    XInput::type(XInput::EscapeKey);
+    QTRY_VERIFY(XWindow::popups().isEmpty());
+    QTRY_VERIFY(m_clock->window().isShaped());
 }
 
 // The clock puts itself above all other windows twice a second.

@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 // Monitors that go and come back. There are two side by side, made of the one screen of the server.
+// VESPER_MONITOR_SECONDS is how long they do so every second.
 
+#include "tests/desktop/clockmenu.h"
 #include "tests/desktop/runningclock.h"
 
+#include <QtCore/qrandom.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qscreen.h>
 #include <QtTest/qtest.h>
@@ -40,9 +43,20 @@ bool removeSecondMonitor()
     return callXrandr({u"--delmonitor"_s, u"right"_s}) && waitForScreens(1);
 }
 
-bool addSecondMonitor()
+bool addSecondMonitor(const QString &as = right)
 {
-    return callXrandr({u"--setmonitor"_s, u"right"_s, right, u"none"_s}) && waitForScreens(2);
+    return callXrandr({u"--setmonitor"_s, u"right"_s, as, u"none"_s}) && waitForScreens(2);
+}
+
+// What the second monitor can become: gone, farther to the left, smaller, lower, or as it was.
+const QStringList changes{QString(), u"960/254x1080/286+700+0"_s, u"640/169x480/127+960+0"_s,
+    u"960/254x780/206+960+300"_s, right};
+
+// A monitor goes and comes as another, which a program sees as one change.
+bool changeSecondMonitor(const QString &to)
+{
+    return (QGuiApplication::screens().size() == 1 || removeSecondMonitor())
+        && (to.isEmpty() || addSecondMonitor(to));
 }
 
 } // namespace
@@ -57,11 +71,14 @@ private Q_SLOTS:
     void comesBackWithItsMonitor_data();
     void comesBackWithItsMonitor();
     void livesOnAfterTheFirstLoss();
+    void livesOnWhenItsOtherWindowCloses();
     void stayingMonitorChangesNothing_data();
     void stayingMonitorChangesNothing();
     void savesItsPlaceWhileHidden();
     void startsOffEveryScreen_data();
     void startsOffEveryScreen();
+    void monitorsThatNeverRest_data();
+    void monitorsThatNeverRest();
 };
 
 void TestMonitors::initTestCase()
@@ -132,6 +149,30 @@ void TestMonitors::livesOnAfterTheFirstLoss()
     QVERIFY(clock.isRunning());
 }
 
+void TestMonitors::livesOnWhenItsOtherWindowCloses()
+{
+    const ClockHome home;
+    QVERIFY(home.writeSettings(settingsAt(place, {{u"KeepPositionWhenMonitorDetatched"_s, true}})));
+    RunningClock clock(home);
+    QVERIFY(clock.waitForWindow());
+    QVERIFY(ClockMenu::choose(place.center(), ClockMenu::About));
+    const auto others = [&clock] {
+        QList<XWindow> windows = XWindow::allOfProcess(clock.pid());
+        windows.removeOne(clock.window());
+        return windows;
+    };
+    QTRY_COMPARE(others().size(), 1);
+    QTRY_VERIFY(others().first().isMapped());
+    QVERIFY(removeSecondMonitor());
+    QTRY_VERIFY_WITH_TIMEOUT(!clock.window().isMapped(), limitMs);
+    others().first().close();
+    QTRY_VERIFY(others().isEmpty());
+    QTest::qWait(2000); // the program is not to end with what seems to be its last window
+    QVERIFY(clock.isRunning());
+    QVERIFY(addSecondMonitor());
+    QTRY_VERIFY_WITH_TIMEOUT(clock.window().isMapped(), limitMs);
+}
+
 void TestMonitors::stayingMonitorChangesNothing_data()
 {
     QTest::addColumn<bool>("keepPosition");
@@ -169,7 +210,7 @@ void TestMonitors::savesItsPlaceWhileHidden()
     QVERIFY(clock.waitForWindow());
     clock.window().setGeometry(place);
     QTRY_COMPARE(clock.window().geometry(), place);
-    QTest::qWait(1000); // it settles
+    QTest::qWait(2500); // it settles, for which the clock takes a second
     QVERIFY(removeSecondMonitor());
     QTRY_VERIFY_WITH_TIMEOUT(!clock.window().isMapped(), limitMs);
     clock.signal(SIGTERM);
@@ -219,6 +260,49 @@ void TestMonitors::startsOffEveryScreen()
         QCOMPARE(now, nearest);
     }
     QCOMPARE(home.settings(), settings);
+}
+
+void TestMonitors::monitorsThatNeverRest_data()
+{
+    QTest::addColumn<bool>("keepPosition");
+
+    QTest::newRow("not kept") << false;
+    QTest::newRow("kept") << true;
+}
+
+void TestMonitors::monitorsThatNeverRest()
+{
+    QFETCH(bool, keepPosition);
+
+    constexpr quint32 seed = 20261122;
+    constexpr int warmUp = 2; // changes, until every cache has what it needs
+    constexpr qint64 allowedKiB = 512;
+    const int seconds = std::max(5, qEnvironmentVariableIntValue("VESPER_MONITOR_SECONDS"));
+    const ClockHome home;
+    // The first check for an update takes some memory for good.
+    QVERIFY(home.writeSettings(settingsAt(place,
+        {{u"KeepPositionWhenMonitorDetatched"_s, keepPosition}, {u"AutoCheckUpdate"_s, false}})));
+    RunningClock clock(home);
+    QVERIFY(clock.waitForWindow());
+    QRandomGenerator random(seed);
+    qint64 privateKiB = 0;
+    for (int second = 0; second < seconds; ++second) {
+        QVERIFY(changeSecondMonitor(changes.at(random.bounded(int(changes.size())))));
+        QTest::qWait(1000);
+        QVERIFY(clock.isRunning());
+        QCOMPARE(clock.window().geometry().size(), place.size());
+        if (second == warmUp)
+            privateKiB = clock.privateKiB();
+    }
+    QVERIFY(changeSecondMonitor(right));
+    QTest::qWait(3000); // it settles and is moved, if need be
+    QVERIFY(clock.isRunning());
+    QTRY_VERIFY(clock.window().isMapped());
+    const QRect last = clock.window().geometry();
+    QCOMPARE(last.size(), place.size());
+    QVERIFY(QGuiApplication::screenAt(last.center()));
+    qInfo("%d seconds, %lld KiB more", seconds, clock.privateKiB() - privateKiB);
+    QCOMPARE_LE(clock.privateKiB(), privateKiB + allowedKiB);
 }
 
 QTEST_MAIN(TestMonitors)

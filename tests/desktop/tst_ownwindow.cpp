@@ -10,6 +10,7 @@
 #include "tests/desktop/xinput.h"
 
 #include <QtCore/qregularexpression.h>
+#include <QtGui/private/qguiapplication_p.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qscreen.h>
 #include <QtQuick/qquickwindow.h>
@@ -41,6 +42,8 @@ private Q_SLOTS:
     void movesToTheMiddle();
     void comesToTheTaskbarAndGoes_data();
     void comesToTheTaskbarAndGoes();
+    void isShownAgainWhenTheWindowManagerLosesIt();
+    void savesWhenTheSessionEnds();
     void isMinimizedByItsMenu_data();
     void isMinimizedByItsMenu();
     void canBeResizedLater();
@@ -149,6 +152,34 @@ void TestOwnWindow::comesToTheTaskbarAndGoes()
         QVERIFY(isRound());
         QCOMPARE(XWindow::under(place.center()), ignoreMouseEvent ? XWindow() : window());
     }
+}
+
+void TestOwnWindow::savesWhenTheSessionEnds()
+{
+    const QRect moved = place.translated(31, 17);
+    window().setGeometry(moved);
+    QTRY_COMPARE(m_window->geometry(), moved);
+    QVERIFY(m_home.storedGeometry() != QRectF(moved));
+    // As a session manager has it done, of which there is none here.
+    auto *application = QGuiApplicationPrivate::instance();
+    application->commitData();
+    QCOMPARE(m_home.storedGeometry(), QRectF(moved));
+}
+
+void TestOwnWindow::isShownAgainWhenTheWindowManagerLosesIt()
+{
+    m_config->setIgnoreMouseEvent(true);
+    m_config->setShowOnTaskbar(true);
+    QVERIFY(QTest::qWaitFor(
+        [this] { return !window().states().contains("SKIP_TASKBAR") && window().isMapped(); }));
+    window().withdraw();
+    QVERIFY(QTest::qWaitFor([this] { return !window().isMapped(); }));
+    QTRY_VERIFY(window().isMapped());
+    QTRY_VERIFY(window().states().contains("ABOVE"));
+    QTRY_VERIFY(!window().states().contains("SKIP_TASKBAR"));
+    QTRY_COMPARE(window().geometry(), place);
+    QTRY_VERIFY(isRound());
+    QTRY_VERIFY(window().inputShape().isEmpty());
 }
 
 void TestOwnWindow::isMinimizedByItsMenu_data()

@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 // The settings window comes at once and does not hold up the clock, and what is changed there shows
-// at once. Each figure is printed.
+// at once. Each figure is printed. The limits allow for a slow machine.
 
 #include "config/vsconfig.h"
 #include "manager/vsmanager.h"
+#include "tests/desktop/machinespeed.h"
 #include "tests/desktop/ownclock.h"
 #include "tests/desktop/sceneitems.h"
 #include "tests/desktop/xinput.h"
@@ -124,9 +125,9 @@ void TestSettingsSpeed::opensAtOnce()
         firstMs, median(laterMs), latestTickMs);
     QVERIFY(firstMs > 0);
     QVERIFY(!laterMs.contains(-1));
-    QCOMPARE_LT(firstMs, 400);
-    QCOMPARE_LT(median(laterMs), 100.0);
-    QCOMPARE_LE(latestTickMs, 100);
+    QCOMPARE_LT(double(firstMs), 400 * machineSlownessAfterRest());
+    QCOMPARE_LT(median(laterMs), 100 * machineSlownessAfterRest());
+    QCOMPARE_LE(double(latestTickMs), 100 * machineSlownessAfterRest());
 }
 
 void TestSettingsSpeed::showsASliderStepAtOnce_data()
@@ -167,7 +168,7 @@ void TestSettingsSpeed::showsASliderStepAtOnce()
     }
     QVERIFY(closeSettings());
     qInfo("side %d: a step shows after %.0f ms", side, median(stepsMs));
-    QCOMPARE_LE(median(stepsMs), double(limitMs));
+    QCOMPARE_LE(median(stepsMs), limitMs * machineSlownessAfterRest());
     QCOMPARE(m_loads, 0);
 }
 

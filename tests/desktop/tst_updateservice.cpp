@@ -12,7 +12,6 @@
 #include <QtCore/qelapsedtimer.h>
 #include <QtCore/qfile.h>
 #include <QtCore/qprocess.h>
-#include <QtCore/qregularexpression.h>
 #include <QtTest/qtest.h>
 
 #include <csignal>
@@ -32,15 +31,6 @@ QByteArray read(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// A number of the file, in its unit; -1 where it has none.
-qint64 numberOf(const QString &path, const QString &name)
-{
-    const QRegularExpression line(
-        u'^' + name + u":\\s+(\\d+)"_s, QRegularExpression::MultilineOption);
-    const auto match = line.match(QString::fromLatin1(read(path)));
-    return match.hasMatch() ? match.captured(1).toLongLong() : -1;
 }
 
 const QString worldScript = QStringLiteral(VESPER_SOURCE_FOLDER "/tests/desktop/update_world.py");
@@ -105,10 +95,7 @@ public:
             names += read(process() + u"/task/"_s + thread + u"/comm"_s).trimmed();
         return names;
     }
-    qint64 privateKiB() const
-    {
-        return numberOf(process() + u"/smaps_rollup"_s, u"Private_Dirty"_s);
-    }
+    qint64 privateKiB() const { return m_clock->privateKiB(); }
 
 private:
     QString process() const { return u"/proc/%1"_s.arg(m_clock->pid()); }

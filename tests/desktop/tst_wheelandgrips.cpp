@@ -48,15 +48,16 @@ constexpr QRect place(620, 410, 240, 240);
 constexpr int opaque = 8;
 constexpr int transparent = 29;
 
-// As hands do it: the key goes down and up at some other time than the wheel turns. A window
-// manager that looks at every turn first hands it on with the keys that are down by then.
-void turnWheelWithControl(int notches)
+// As hands do it: the key goes down before the wheel turns and up when the clock has followed. A
+// window manager that looks at every turn first hands it on with the keys that are down by then.
+void turnWheelWithControl(int notches, const RunningClock &clock, QRect after)
 {
     constexpr int handMs = 100;
     const XInput::ControlKey control;
     QTest::qWait(handMs);
     XInput::turnWheel(notches);
     QTest::qWait(handMs);
+    QTRY_COMPARE(clock.window().geometry(), after);
 }
 
 bool isRound(XWindow window, int side)
@@ -124,16 +125,17 @@ void TestWheelAndGrips::turningTheWheelResizes()
     QFETCH(int, growth);
     QFETCH(bool, resizeEnabled);
 
+    if (notches > 1 && qEnvironmentVariable("VESPER_WM") == u"xfwm4")
+        QSKIP("this window manager keeps turns that come while it looks at an earlier one");
     const QRect before(place.topLeft(), QSize(side, side));
     const ClockHome home;
     QVERIFY(home.writeSettings(settingsAt(before, {{u"ResizeEnabled"_s, resizeEnabled}})));
     RunningClock clock(home);
     QVERIFY(clock.waitForWindow());
     XInput::moveTo(before.center());
-    turnWheelWithControl(notches);
     const int half = growth / 2;
     const QRect after = before.adjusted(-half, -half, half, half);
-    QTRY_COMPARE(clock.window().geometry(), after);
+    turnWheelWithControl(notches, clock, after);
     QTest::qWait(300); // nothing is to come after it
     QCOMPARE(clock.window().geometry(), after);
     if (resizeEnabled)
@@ -174,8 +176,7 @@ void TestWheelAndGrips::wheelAloneDoesNothing()
     XInput::turnWheel(3);
     // One that counts, when the others have been seen.
     QTest::qWait(500);
-    turnWheelWithControl(-1);
-    QTRY_COMPARE(clock.window().geometry(), place.adjusted(6, 6, -6, -6));
+    turnWheelWithControl(-1, clock, place.adjusted(6, 6, -6, -6));
 }
 
 void TestWheelAndGrips::cornersFollowThePointer_data()
@@ -307,6 +308,7 @@ void TestWheelAndGrips::cornersOfAClockThatCannotBeResizedAreNotThere()
     QVERIFY(clock.waitForWindow());
     const QPoint from = corners[2].inside(place, opaque);
     XInput::drag({from, from + QPoint(40, 40)});
+    QTest::qWait(300); // xfwm4 keeps the press of a drag that follows faster than a hand can
     // A drag that counts, so that the other would have been seen before.
     XInput::drag({place.center(), place.center() + QPoint(3, 4)});
     QTRY_COMPARE(clock.window().geometry(), place.translated(3, 4));

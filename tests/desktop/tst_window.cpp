@@ -38,6 +38,7 @@ private Q_SLOTS:
     void takesTheStoredGeometry();
     void isRound_data();
     void isRound();
+    void hasNoHoles();
     void isSquareWhileItCanBeResized();
     void hasTheStatesOfItsSettings_data();
     void hasTheStatesOfItsSettings();
@@ -133,6 +134,26 @@ void TestWindow::isRound()
     QCOMPARE(seen ^ circle(side), QRegion());
     QVERIFY(!XWindow::under(QPoint(21, 31)));
     QCOMPARE(XWindow::under(QPoint(20 + side / 2, 30 + side / 2)), clock.window());
+}
+
+// What a tick changes is put on the screen by a compositor, from what it was told of the change.
+void TestWindow::hasNoHoles()
+{
+    constexpr int ticks = 8;
+    constexpr int side = 320;
+    constexpr int margin = side / 4; // the square within is plate throughout
+    const ClockHome home;
+    QVERIFY(home.writeSettings(geometry(40, 40, side, side)));
+    RunningClock clock(home);
+    QVERIFY(clock.waitForWindow());
+    QTest::qWait(ticks * 1000);
+    const QImage picture = clock.picture();
+    QCOMPARE(picture.size(), QSize(side, side));
+    const QRgb wallpaper = picture.pixel(0, 0);
+    for (int y = margin; y < side - margin; ++y) {
+        for (int x = margin; x < side - margin; ++x)
+            QVERIFY2(picture.pixel(x, y) != wallpaper, qPrintable(u"%1, %2"_s.arg(x).arg(y)));
+    }
 }
 
 void TestWindow::isSquareWhileItCanBeResized()

@@ -13,7 +13,6 @@ update_world.py enter FOLDER PROGRAM [ARGUMENT...]
     FOLDER/srv in that of /srv. PROGRAM keeps the process id, and the servers end with it.
 """
 
-import ctypes
 import dataclasses
 import fcntl
 import os
@@ -26,7 +25,8 @@ import subprocess
 import sys
 import time
 
-LIBC = ctypes.CDLL(None, use_errno=True)
+import own_namespaces
+
 BACKEND_PORT = 8080
 MAKE_ANSWER = pathlib.Path(__file__).resolve().parents[2] / "packaging/update-service/make-answer"
 ANSWER = "srv/vesper-update/answers/vesper.json"
@@ -146,24 +146,6 @@ def make(folder: pathlib.Path, case: Case, site: pathlib.Path, version: str) -> 
     )
 
 
-def check(result: int) -> None:
-    if result != 0:
-        raise OSError(ctypes.get_errno(), os.strerror(ctypes.get_errno()))
-
-
-def enter_own_namespaces() -> None:
-    user, group = os.getuid(), os.getgid()
-    os.unshare(os.CLONE_NEWUSER | os.CLONE_NEWNET | os.CLONE_NEWNS)
-    pathlib.Path("/proc/self/setgroups").write_text("deny")
-    pathlib.Path("/proc/self/uid_map").write_text(f"0 {user} 1")
-    pathlib.Path("/proc/self/gid_map").write_text(f"0 {group} 1")
-
-
-def bind(source: pathlib.Path, target: str) -> None:
-    bind_recursively = 4096 | 16384  # MS_BIND, MS_REC
-    check(LIBC.mount(os.fsencode(source), target.encode(), None, bind_recursively, None))
-
-
 def bring_loopback_up() -> None:
     set_flags = 0x8914  # SIOCSIFFLAGS
     up = 1
@@ -173,7 +155,7 @@ def bring_loopback_up() -> None:
 
 def end_with_parent() -> None:
     parent_death_signal = 1  # PR_SET_PDEATHSIG
-    check(LIBC.prctl(parent_death_signal, signal.SIGTERM, 0, 0, 0))
+    own_namespaces.call("prctl", parent_death_signal, signal.SIGTERM, 0, 0, 0)
 
 
 def wait_for_port(port: int) -> None:
@@ -213,10 +195,10 @@ def start_servers(folder: pathlib.Path) -> None:
 
 
 def enter(folder: pathlib.Path, command: list[str]) -> None:
-    enter_own_namespaces()
-    bind(folder / "hosts", "/etc/hosts")
-    bind(folder / "authorities", "/etc/ssl/certs")
-    bind(folder / "srv", "/srv")
+    own_namespaces.enter(os.CLONE_NEWNET | os.CLONE_NEWNS)
+    own_namespaces.bind(folder / "hosts", "/etc/hosts")
+    own_namespaces.bind(folder / "authorities", "/etc/ssl/certs")
+    own_namespaces.bind(folder / "srv", "/srv")
     bring_loopback_up()
     start_servers(folder)
     os.execv(command[0], command)

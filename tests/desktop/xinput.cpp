@@ -43,6 +43,15 @@ void send(uint8_t type, uint8_t detail, QPoint point = {})
         xcb_get_input_focus_reply(server(), xcb_get_input_focus(server()), nullptr));
 }
 
+bool isDown(Button button)
+{
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server())).data->root;
+    const Owned<xcb_query_pointer_reply_t> answer(
+        xcb_query_pointer_reply(server(), xcb_query_pointer(server(), root), nullptr));
+    constexpr int lastInMask = 5;
+    return answer && button <= lastInMask && (answer->mask & (XCB_BUTTON_MASK_1 << (button - 1)));
+}
+
 xcb_keycode_t keyCodeOf(xcb_keysym_t symbol)
 {
     const xcb_setup_t *setup = xcb_get_setup(server());
@@ -69,7 +78,13 @@ void moveTo(QPoint point)
 
 void press(Button button) { send(XCB_BUTTON_PRESS, button); }
 
-void release(Button button) { send(XCB_BUTTON_RELEASE, button); }
+void release(Button button)
+{
+    send(XCB_BUTTON_RELEASE, button);
+    // Until a window manager has looked at the press, the server keeps all that follows, and would
+    // give it the keys that are down by then.
+    (void)QTest::qWaitFor([button] { return !isDown(button); });
+}
 
 void click(QPoint point, Button button)
 {
@@ -108,12 +123,16 @@ void type(Key key)
     QTest::qWait(paceMs);
 }
 
+void hold(Key key) { send(XCB_KEY_PRESS, keyCodeOf(key)); }
+
+void letGo(Key key) { send(XCB_KEY_RELEASE, keyCodeOf(key)); }
+
 HeldKey::HeldKey(Key key)
     : m_key(key)
 {
-    send(XCB_KEY_PRESS, keyCodeOf(m_key));
+    hold(m_key);
 }
 
-HeldKey::~HeldKey() { send(XCB_KEY_RELEASE, keyCodeOf(m_key)); }
+HeldKey::~HeldKey() { letGo(m_key); }
 
 } // namespace XInput

@@ -12,18 +12,27 @@
 namespace XInput
 {
 
-enum Button { LeftButton = 1, RightButton = 3 };
+enum Button {
+    LeftButton = 1,
+    MiddleButton = 2,
+    RightButton = 3,
+    BackButton = 8, // those between are the wheel
+    ForwardButton = 9
+};
 
 /// The keys that the tests need, as X names them.
 enum Key {
     ReturnKey = 0xFF0D,
     EscapeKey = 0xFF1B,
+    LeftKey = 0xFF51,
     RightKey = 0xFF53,
     UpKey = 0xFF52,
     DownKey = 0xFF54,
     TabKey = 0xFF09,
     SpaceKey = 0x0020,
+    MKey = 0x006D,
     MenuKey = 0xFF67,
+    F5Key = 0xFFC2,
     F10Key = 0xFFC7,
     ShiftKey = 0xFFE1,
     LeftControlKey = 0xFFE3
@@ -41,8 +50,10 @@ void drag(const QList<QPoint> &points, Button button = LeftButton);
 
 /// Presses and releases a key.
 void type(Key key);
+void hold(Key key);
+void letGo(Key key);
 
-/// Holds a key down.
+/// Holds a key down for as long as it lives.
 class HeldKey
 {
 public:

@@ -7,10 +7,12 @@
 #include <array>
 #include <cstdlib>
 #include <memory>
+#include <span>
 
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
+#include <xcb/xcbext.h>
 
 namespace
 {
@@ -73,6 +75,43 @@ Owned<xcb_get_property_reply_t> propertyOf(uint32_t window, const QByteArray &na
         nullptr));
 }
 
+// One kind of a program's resources, as the extension X-Resource counts them.
+struct ResourceCount {
+    xcb_atom_t kind;
+    uint32_t count;
+};
+
+// What the extension answers to QueryClientResources. By hand: it is one request, and no other
+// needs the library for it.
+struct ResourceCounts {
+    uint8_t response;
+    uint8_t unused;
+    uint16_t sequence;
+    uint32_t length;
+    uint32_t kinds;
+    uint32_t padding[5];
+    // and the counts
+};
+
+Owned<ResourceCounts> resourceCounts(uint32_t window)
+{
+    static xcb_extension_t extension{"X-Resource", 0};
+    struct {
+        uint8_t major = 0; // these two and the length are xcb's to fill in
+        uint8_t minor = 0;
+        uint16_t length = 0;
+        uint32_t window;
+    } request{.window = window};
+    constexpr uint8_t queryClientResources = 2;
+    const xcb_protocol_request_t protocol{
+        .count = 1, .ext = &extension, .opcode = queryClientResources, .isvoid = 0};
+    iovec parts[3] = {}; // two in front are xcb's
+    parts[2] = {.iov_base = &request, .iov_len = sizeof request};
+    const unsigned sequence = xcb_send_request(server().xcb, 0, parts + 2, &protocol);
+    return Owned<ResourceCounts>(
+        static_cast<ResourceCounts *>(xcb_wait_for_reply(server().xcb, sequence, nullptr)));
+}
+
 // The window under \a point among the children of \a parent.
 xcb_window_t childAt(xcb_window_t parent, QPoint point)
 {
@@ -100,18 +139,35 @@ QList<XWindow> XWindow::clients()
     return result;
 }
 
+// What a window manager would have in its care.
+static QList<XWindow> unmanagedWindows()
+{
+    QList<XWindow> result;
+    auto *xcb = server().xcb;
+    const Owned<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(xcb, xcb_query_tree(xcb, server().root()), nullptr));
+    for (int i = 0; tree && i < xcb_query_tree_children_length(tree.get()); ++i) {
+        const XWindow window(xcb_query_tree_children(tree.get())[i]);
+        const Owned<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            xcb, xcb_get_window_attributes(xcb, window.id()), nullptr));
+        if (attributes && !attributes->override_redirect
+            && attributes->map_state == XCB_MAP_STATE_VIEWABLE)
+            result.append(window);
+    }
+    return result;
+}
+
 // Whatever their order: not every window manager tells that before there is more than one.
 static QList<XWindow> managedWindows()
 {
     QList<XWindow> result;
     auto &ewmh = server().ewmh;
     xcb_ewmh_get_windows_reply_t reply;
-    if (xcb_ewmh_get_client_list_reply(
-            &ewmh, xcb_ewmh_get_client_list(&ewmh, 0), &reply, nullptr)) {
-        for (uint32_t i = 0; i < reply.windows_len; ++i)
-            result.append(XWindow(reply.windows[i]));
-        xcb_ewmh_get_windows_reply_wipe(&reply);
-    }
+    if (!xcb_ewmh_get_client_list_reply(&ewmh, xcb_ewmh_get_client_list(&ewmh, 0), &reply, nullptr))
+        return unmanagedWindows();
+    for (uint32_t i = 0; i < reply.windows_len; ++i)
+        result.append(XWindow(reply.windows[i]));
+    xcb_ewmh_get_windows_reply_wipe(&reply);
     return result;
 }
 
@@ -248,6 +304,18 @@ QByteArrayList XWindow::states() const
     return names;
 }
 
+QMap<QByteArray, uint32_t> XWindow::resourcesOfProgram() const
+{
+    QMap<QByteArray, uint32_t> result;
+    const Owned<ResourceCounts> reply = resourceCounts(m_id);
+    if (!reply)
+        return result;
+    const std::span counts(reinterpret_cast<const ResourceCount *>(reply.get() + 1), reply->kinds);
+    for (const ResourceCount &row : counts)
+        result.insert(nameOf(row.kind), row.count);
+    return result;
+}
+
 bool XWindow::isOnAllDesktops() const
 {
     constexpr uint32_t allDesktops = 0xFFFFFFFF; // EWMH, _NET_WM_DESKTOP
@@ -307,6 +375,26 @@ void XWindow::minimize() const
     event.window = m_id;
     event.type = atomOf("WM_CHANGE_STATE");
     event.data.data32[0] = iconicState;
+    xcb_send_event(server().xcb, 0, server().root(),
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+        reinterpret_cast<const char *>(&event));
+    xcb_flush(server().xcb);
+}
+
+void XWindow::close() const
+{
+    xcb_ewmh_request_close_window(
+        &server().ewmh, 0, m_id, XCB_CURRENT_TIME, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+    xcb_flush(server().xcb);
+}
+
+void XWindow::withdraw() const
+{
+    xcb_unmap_window(server().xcb, m_id);
+    xcb_unmap_notify_event_t event = {};
+    event.response_type = XCB_UNMAP_NOTIFY;
+    event.event = server().root();
+    event.window = m_id;
     xcb_send_event(server().xcb, 0, server().root(),
         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
         reinterpret_cast<const char *>(&event));

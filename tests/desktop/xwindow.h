@@ -5,6 +5,7 @@
 
 #include <QtCore/qbytearray.h>
 #include <QtCore/qlist.h>
+#include <QtCore/qmap.h>
 #include <QtCore/qmargins.h>
 #include <QtCore/qpoint.h>
 #include <QtCore/qrect.h>
@@ -28,7 +29,8 @@ public:
 
     /// The windows that the window manager has in its care, from the lowest to the topmost.
     static QList<XWindow> clients();
-    /// The only such window of a process; none if it has no window or more than one.
+    /// The only such window of a process; none if it has no window or more than one. Where no
+    /// window manager has been yet, what is on the screen and would be in its care.
     static XWindow ofProcess(qint64 pid);
     /// All such windows of a process.
     static QList<XWindow> allOfProcess(qint64 pid);
@@ -59,6 +61,8 @@ public:
     /// The names of the states that hold, without the prefix _NET_WM_STATE_; sorted.
     QByteArrayList states() const;
     bool isOnAllDesktops() const;
+    /// How much of each kind the server keeps for the window's program: windows, pixmaps, ...
+    QMap<QByteArray, uint32_t> resourcesOfProgram() const;
     /// Whether the window asks not to get the keyboard when it appears.
     bool wantsNoFocus() const;
     /// Whether it is drawn in a shape of its own.
@@ -71,6 +75,9 @@ public:
     // What other programs may ask of it; the window manager decides and the answer comes later.
     void setGeometry(QRect rectangle) const;
     void minimize() const;
+    void close() const;
+    /// Hides it as its own program would (ICCCM 4.1.4).
+    void withdraw() const;
     /// As a pager or a taskbar does, which brings back a minimised window as well.
     void activate() const;
     /// Asks for a place above all windows that are topmost, too.

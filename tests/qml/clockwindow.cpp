@@ -4,6 +4,7 @@
 #include "tests/qml/clockwindow.h"
 
 #include "qml/exactpointer.h"
+#include "qml/layertrimmer.h"
 
 #include <algorithm>
 
@@ -19,6 +20,7 @@ ClockWindow::ClockWindow(bool resizeEnabled)
     if (!m_window)
         qFatal("the main document does not load");
     new ExactPointer(m_window);
+    new LayerTrimmer(m_window);
     m_window->show();
     place({200, 150, 320, 320});
     if (!QTest::qWaitForWindowExposed(m_window))

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "config/vsconfig.h"
+#include "qml/renderer.h"
 #include "tests/qml/standinmanager.h"
 #include "theme/vslistmodel.h"
 #include "theme/vstheme.h"
@@ -57,7 +58,7 @@ template <typename T = QObject> T *byId(const QObject *root, const QString &id)
 template <typename TestCase> int runQmlTest(int argc, char **argv)
 {
     useTemporaryHome();
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    chooseRenderer();
     const QApplication application(argc, argv);
     TestCase testCase;
     return QTest::qExec(&testCase, argc, argv);

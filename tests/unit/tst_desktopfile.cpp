@@ -73,6 +73,7 @@ void TestDesktopFile::commands_data()
     QTest::newRow("dollar") << u"/a$b"_s << u"\"/a\\\\$b\""_s;
     QTest::newRow("quote") << u"/a\"b"_s << u"\"/a\\\\\"b\""_s;
     QTest::newRow("backslash") << u"/a\\b"_s << u"\"/a\\\\\\\\b\""_s;
+    QTest::newRow("line ends") << u"/a\nHidden=true\r\nb"_s << u"\"/a\\nHidden=true\\r\\nb\""_s;
     QTest::newRow("per cent") << u"/100%/vesper"_s << u"\"/100%%/vesper\""_s;
 }
 

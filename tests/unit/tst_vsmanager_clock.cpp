@@ -55,6 +55,7 @@ private Q_SLOTS:
     void reentrantTickDoesNothing();
     void changedSettingShowsAtTheNextTick();
     void immediateUpdates();
+    void restsWhileTheSessionIsLocked();
     void realTicksComeRightAfterTheSecond();
 
 private:
@@ -214,6 +215,23 @@ void TestVsManagerClock::immediateUpdates()
             "timeTextChanged", "timeTextChanged", "dateTextChanged", "dateTextChanged"}));
     QCOMPARE(m_manager->timeText(), u"10:08:42"_s);
     QCOMPARE(m_manager->dateText(), u"2026年11月15日㈰"_s);
+}
+
+void TestVsManagerClock::restsWhileTheSessionIsLocked()
+{
+    m_manager->start();
+    m_manager->setSessionLocked(true);
+    presentMs += 5000;
+    const SignalLog log(m_manager.get());
+    readings = 0;
+    tick(); // by a double click, for example
+    QTest::qWait(1200);
+    QVERIFY(log.names().isEmpty());
+    QCOMPARE(readings, 0);
+    m_manager->setSessionLocked(false);
+    QCOMPARE(log.names(), anglesAndTime);
+    QCOMPARE(m_manager->timeText(), u"10:08:47"_s);
+    QTRY_COMPARE_GT(readings, 2); // and goes on
 }
 
 void TestVsManagerClock::realTicksComeRightAfterTheSecond()

@@ -154,6 +154,8 @@ void TestVsManagerUpdate::answers_data()
     QTest::newRow("yes, http") << QMessageBox::Yes << u"http://site.example/"_s << true;
     QTest::newRow("no") << QMessageBox::No << u"https://site.example/page"_s << false;
     QTest::newRow("a file") << QMessageBox::Yes << u"file:///etc/passwd"_s << false;
+    QTest::newRow("no address") << QMessageBox::Yes << u"https://a b/"_s << false;
+    QTest::newRow("no host") << QMessageBox::Yes << u"https:///page"_s << false;
     QTest::newRow("no page") << QMessageBox::Yes << QString() << false;
 }
 

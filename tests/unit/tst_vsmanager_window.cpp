@@ -36,6 +36,8 @@ private Q_SLOTS:
     void nothingHappensWithoutWindow();
     void taskbarChangesTheFlags();
     void taskbarKeepsTheGeometry();
+    void taskbarTakesNoUnusableSize_data();
+    void taskbarTakesNoUnusableSize();
     void minimizedWindowIsAPlainOne();
     void restoredWindowGetsItsFlagsBack();
     void keyAsksForTheMenu();
@@ -203,6 +205,30 @@ void TestVsManagerWindow::taskbarKeepsTheGeometry()
     QTRY_COMPARE(window.geometry(), QRect(70, 80, 200, 200));
     QCOMPARE(window.mask().boundingRect().right(), 199);
     QVERIFY(window.isVisible());
+}
+
+void TestVsManagerWindow::taskbarTakesNoUnusableSize_data()
+{
+    QTest::addColumn<QRectF>("stored");
+    QTest::addColumn<QRect>("geometry");
+    const QRect untouched(10, 20, 320, 320);
+    QTest::newRow("usable") << QRectF(50, 60, 300, 200) << QRect(50, 60, 300, 200);
+    QTest::newRow("nothing stored") << QRectF() << untouched;
+    QTest::newRow("far too large") << QRectF(50, 60, 1e9, 1e9) << untouched;
+    QTest::newRow("wraps around") << QRectF(-3e9, 0, -5, 300) << untouched;
+    QTest::newRow("far to the right") << QRectF(3e9, 0, 300, 300) << untouched;
+}
+
+void TestVsManagerWindow::taskbarTakesNoUnusableSize()
+{
+    QFETCH(QRectF, stored);
+    QFETCH(QRect, geometry);
+    const QWindow &window = adopt();
+    store(stored.x(), stored.y(), stored.width(), stored.height());
+    m_manager->setShowOnTaskbar(true, false);
+    QSignalSpy shown(&window, &QWindow::visibleChanged);
+    QTRY_COMPARE(shown.size(), 2); // hidden and shown again: the change is complete
+    QCOMPARE(window.geometry(), geometry);
 }
 
 void TestVsManagerWindow::minimizedWindowIsAPlainOne()

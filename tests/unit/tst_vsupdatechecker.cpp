@@ -1,54 +1,22 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
+#include "cannedanswer.h"
+
 #include "update/vsupdatechecker.h"
 
 #include <QtCore/qmetaobject.h>
 #include <QtCore/qregularexpression.h>
-#include <QtNetwork/qnetworkreply.h>
 #include <QtTest/qsignalspy.h>
 #include <QtTest/qtest.h>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-// An answer that needs no server.
-class Answer : public QNetworkReply
-{
-public:
-    explicit Answer(const QByteArray &body)
-        : m_body(body)
-    {
-        open(QIODevice::ReadOnly);
-    }
-    explicit Answer(NetworkError error) { setError(error, u"it failed"_s); }
-
-    void abort() override { }
-    qint64 bytesAvailable() const override
-    {
-        return m_body.size() - m_read + QNetworkReply::bytesAvailable();
-    }
-
-protected:
-    qint64 readData(char *data, qint64 size) override
-    {
-        const qint64 count = std::min(size, qint64(m_body.size()) - m_read);
-        std::copy_n(m_body.constData() + m_read, count, data);
-        m_read += count;
-        return count;
-    }
-
-private:
-    QByteArray m_body;
-    qint64 m_read = 0;
-};
-
 // What a checker tells of one answer, in order.
-QStringList newsOf(Answer &answer, VsUpdateChecker::VersionInfo *info = nullptr)
+QStringList newsOf(CannedAnswer &answer, VsUpdateChecker::VersionInfo *info = nullptr)
 {
     VsUpdateChecker checker;
     QStringList news;
@@ -124,14 +92,14 @@ void TestVsUpdateChecker::newsOfAnAnswer()
 {
     QFETCH(QByteArray, body);
     QFETCH(bool, version);
-    Answer answer(body);
+    CannedAnswer answer(body);
     QCOMPARE(newsOf(answer),
         version ? QStringList({u"version"_s, u"finished"_s}) : QStringList{u"finished"_s});
 }
 
 void TestVsUpdateChecker::allFields()
 {
-    Answer answer(R"({"result": true, "name": "Vesper", "version": "4.1.0.0",
+    CannedAnswer answer(R"({"result": true, "name": "Vesper", "version": "4.1.0.0",
         "fileName": "setup.exe", "site": "https://a.example/", "url": "https://b.example/c",
         "timestamp": "2026-11-21 10:00"})"_ba);
     VsUpdateChecker::VersionInfo info;
@@ -147,7 +115,7 @@ void TestVsUpdateChecker::allFields()
 
 void TestVsUpdateChecker::missingFieldsAreEmpty()
 {
-    Answer answer(R"({"result": true, "version": 5, "name": null})"_ba);
+    CannedAnswer answer(R"({"result": true, "version": 5, "name": null})"_ba);
     VsUpdateChecker::VersionInfo info;
     QCOMPARE(newsOf(answer, &info), QStringList({u"version"_s, u"finished"_s}));
     QVERIFY(info.version.isEmpty());
@@ -157,14 +125,14 @@ void TestVsUpdateChecker::missingFieldsAreEmpty()
 
 void TestVsUpdateChecker::networkError()
 {
-    Answer answer(QNetworkReply::HostNotFoundError);
+    CannedAnswer answer(QNetworkReply::HostNotFoundError);
     QCOMPARE(newsOf(answer), QStringList({u"error: it failed"_s, u"finished"_s}));
 }
 
 void TestVsUpdateChecker::brokenAnswer()
 {
     for (const QByteArray &body : {"<html>"_ba, ""_ba, R"({"result": tr)"_ba}) {
-        Answer answer(body);
+        CannedAnswer answer(body);
         const QStringList news = newsOf(answer);
         QCOMPARE(news.size(), 2);
         QVERIFY(news.first().startsWith(u"error: "_s));
@@ -188,7 +156,7 @@ void TestVsUpdateChecker::infoTravelsInAQueue()
         &checker, &VsUpdateChecker::versionInfoRecieved, this,
         [&version](const VsUpdateChecker::VersionInfo &info) { version = info.version; },
         Qt::QueuedConnection);
-    Answer answer(R"({"result": true, "version": "5.0"})"_ba);
+    CannedAnswer answer(R"({"result": true, "version": "5.0"})"_ba);
     checker.onManagerFinished(&answer);
     QVERIFY(version.isEmpty());
     QTRY_COMPARE(version, u"5.0"_s);

@@ -8,13 +8,16 @@
 # shellcheck disable=SC2154  # lib.sh sets $cache_folder and $repository
 
 suite=trixie
+# A script that needs more than the ordinary packages names a root of another kind before it calls
+# environment_prepare, so that neither root is taken for an earlier state of the other.
+root_kind=debian
 
 root_prepare() {
     prepare_entering
     local key
     key=$({ echo "$suite"; package_names | sort; } | sha256sum | cut -c1-12)
-    root=$cache_folder/debian-$suite-$key
-    exec 9>"$cache_folder/debian.lock"
+    root=$cache_folder/$root_kind-$suite-$key
+    exec 9>"$cache_folder/$root_kind.lock"
     flock -n 9 || { say "waiting for another start to make the environment"; flock 9; }
     [[ -d $root ]] || make_root 9>&-
     # Held, and inherited by every command, so that no other start removes the root in use.
@@ -55,6 +58,25 @@ machine_apt_options() {
     apt-config dump Acquire | grep -E '^Acquire::(http|https|Check-|Retries|ForceIPv)' || true
 }
 
+# Sets $bare_root to a Debian 13 with nothing but its base, for packages to be installed in a copy of
+# it, which takes root rights.
+bare_root_prepare() {
+    bare_root=$cache_folder/bare-$suite
+    [[ ! -d $bare_root ]] || return 0
+    install_packages mmdebstrap
+    local archive partial=$bare_root.partial names=
+    archive=$(machine_archive)
+    [[ -n $archive ]] || stop "apt has no Debian archive configured to take Debian 13 from"
+    [[ $archive != https:* ]] || names=ca-certificates
+    say "making a bare Debian 13 in $bare_root (once)"
+    remove_root "$partial"
+    mkdir -p "$partial"
+    machine_apt_options >"$partial.apt"
+    run_mmdebstrap "$archive" "$names" "$partial" "$partial.apt"
+    rm -f "$partial.apt"
+    mv -- "$partial" "$bare_root"
+}
+
 make_root() {
     local needed=(mmdebstrap)
     ((EUID == 0)) || needed+=(uidmap) # an ordinary user's namespace needs more than one user in it
@@ -89,7 +111,7 @@ run_mmdebstrap() {
     # Nor the home, where dpkg would look for the settings of a user it cannot be.
     TMPDIR=/var/tmp HOME=/nonexistent mmdebstrap --quiet --variant=minbase --format="$( ((EUID == 0)) && echo directory || echo tar)" \
         --aptopt="$options" --aptopt='Apt::Install-Recommends "false"' \
-        --include="$names" "$suite" "$target" "deb $archive $suite main" </dev/null
+        ${names:+--include="$names"} "$suite" "$target" "deb $archive $suite main" </dev/null
 }
 
 remove_root() {
@@ -100,7 +122,7 @@ remove_root() {
 # Roots of other package lists, and halves of them, go once nobody runs in them.
 remove_unused_roots() {
     local other
-    for other in "$cache_folder"/debian-*-*; do
+    for other in "$cache_folder/$root_kind"-*-*; do
         [[ $other != "$root" && -d $other ]] || continue
         if flock -n -x "$other" true; then
             say "removing the environment of an earlier package list"

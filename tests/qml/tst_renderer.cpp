@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+// What paints the clock.
+
+#include "qml/renderer.h"
+
+#include <QtCore/private/qthreadpool_p.h>
+#include <QtGui/qimage.h>
+#include <QtQuick/qquickwindow.h>
+#include <QtTest/qtest.h>
+
+using namespace Qt::StringLiterals;
+
+class TestRenderer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QTest::failOnWarning();
+        qunsetenv("QT_QUICK_BACKEND");
+        qunsetenv("QT_NO_GUI_THREADPOOL");
+        chooseRenderer();
+    }
+    void isTheSoftwareRenderer();
+    void paintsWithoutThreadPool();
+    void leavesTheEnvironmentAlone();
+};
+
+void TestRenderer::isTheSoftwareRenderer()
+{
+    QCOMPARE(QQuickWindow::sceneGraphBackend(), u"software"_s);
+}
+
+void TestRenderer::paintsWithoutThreadPool() { QVERIFY(!QThreadPoolPrivate::qtGuiInstance()); }
+
+void TestRenderer::leavesTheEnvironmentAlone()
+{
+    QVERIFY(!qEnvironmentVariableIsSet("QT_NO_GUI_THREADPOOL"));
+}
+
+QTEST_MAIN(TestRenderer)
+#include "tst_renderer.moc"
