@@ -12,7 +12,7 @@
 #include "platform/trayhostwatch.h"
 #include "qml/accessibleclock.h"
 #include "qml/exactpointer.h"
-#include "qml/layertrimmer.h"
+#include "qml/layerthrift.h"
 #include "qml/renderer.h"
 #include "qml/vespermodule.h"
 
@@ -46,7 +46,7 @@ void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager)
         manager.setMainWindow(window);
         // After the manager, so that its event filter sees only what this one lets through.
         new ExactPointer(window);
-        new LayerTrimmer(window);
+        new LayerThrift(window);
         offerAccessibleClock(*window);
         manager.start();
         manager.keepOnScreen();

@@ -7,7 +7,7 @@
 #include "config/vsconfig.h"
 #include "manager/vsmanager.h"
 #include "qml/exactpointer.h"
-#include "qml/layertrimmer.h"
+#include "qml/layerthrift.h"
 #include "qml/renderer.h"
 #include "qml/vespermodule.h"
 
@@ -55,7 +55,7 @@ bool OwnClock::waitForWindow()
         return false;
     m_manager->setMainWindow(m_window);
     new ExactPointer(m_window);
-    new LayerTrimmer(m_window);
+    new LayerThrift(m_window);
     m_manager->start();
     return QTest::qWaitForWindowExposed(m_window);
 }

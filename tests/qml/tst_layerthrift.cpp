@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// Pictures of which only the filled part is painted: fewer pixels, the same look.
+// Pictures of which only the filled part is painted, or pixels that are kept: less work, the same
+// look.
 
-#include "qml/layertrimmer.h"
+#include "qml/layerthrift.h"
 #include "tests/qml/documents.h"
 
 #include <QtGui/qpainter.h>
@@ -51,14 +52,25 @@ int greatestDifference(const QImage &one, const QImage &other)
     return greatest;
 }
 
-enum class Trimming { Off, On };
+// Pixels that are kept are those that Qt would have painted.
+constexpr int rest = 1;
+
+enum class Thrift { Off, On };
+
+// The picture after as many frames as it takes to keep pixels.
+QImage settledPicture(QQuickWindow &window)
+{
+    window.grabWindow();
+    window.grabWindow();
+    return window.grabWindow();
+}
 
 // A layer of a tone, turned.
-QImage painted(const QString &layer, double angleDegrees, Trimming trimming)
+QImage painted(const QString &layer, double angleDegrees, Thrift thrift)
 {
     QQuickView view;
-    if (trimming == Trimming::On)
-        new LayerTrimmer(&view);
+    if (thrift == Thrift::On)
+        new LayerThrift(&view);
     view.setColor(Qt::gray);
     view.resize(320, 320);
     QQmlComponent component(view.engine());
@@ -79,12 +91,65 @@ QImage painted(const QString &layer, double angleDegrees, Trimming trimming)
         return {};
     item->setParentItem(view.contentItem());
     view.show();
-    return QTest::qWaitForWindowExposed(&view) ? view.grabWindow() : QImage();
+    return QTest::qWaitForWindowExposed(&view) ? settledPicture(view) : QImage();
 }
+
+// The clock face in a window of 320 pixels.
+class Face
+{
+public:
+    explicit Face(Thrift thrift)
+    {
+        if (thrift == Thrift::On)
+            m_thrift = new LayerThrift(&m_view);
+        m_view.setColor(Qt::gray);
+        m_view.resize(320, 320);
+        m_face = documents.createFace(m_view, 320);
+        if (!m_face)
+            qFatal("the clock face does not load");
+        m_view.show();
+        if (!QTest::qWaitForWindowExposed(&m_view))
+            qFatal("the window does not appear");
+    }
+
+    QList<QQuickImage *> layers() const
+    {
+        QList<QQuickImage *> result;
+        for (QQuickItem *item : m_face->childItems()) {
+            if (auto *image = qobject_cast<QQuickImage *>(item))
+                result << image;
+        }
+        return result;
+    }
+    QList<bool> kept() const
+    {
+        QList<bool> result;
+        for (const QQuickImage *layer : layers())
+            result << m_thrift->isKept(layer);
+        return result;
+    }
+    bool isLoaded() const
+    {
+        const auto isReady
+            = [](const QQuickImage *layer) { return layer->status() == QQuickImage::Ready; };
+        return std::ranges::all_of(layers(), isReady);
+    }
+
+    void setSide(double side) { m_view.contentItem()->setSize({side, side}); }
+    QImage frame() { return m_view.grabWindow(); }
+    QImage settled() { return settledPicture(m_view); }
+
+    Documents documents{Documents::AllObjects};
+
+private:
+    QQuickView m_view;
+    LayerThrift *m_thrift = nullptr;
+    QQuickItem *m_face;
+};
 
 } // namespace
 
-class TestLayerTrimmer : public QObject
+class TestLayerThrift : public QObject
 {
     Q_OBJECT
 
@@ -96,9 +161,12 @@ private Q_SLOTS:
     void looksLikeAnImage();
     void handsPaintLittle_data();
     void handsPaintLittle();
+    void keepsWhatStands();
+    void keepsNothingWhileResized();
+    void keptPixelsLookLikeImages();
 };
 
-void TestLayerTrimmer::findsWhatIsFilled_data()
+void TestLayerThrift::findsWhatIsFilled_data()
 {
     QTest::addColumn<QImage>("picture");
     QTest::addColumn<QRectF>("part");
@@ -123,15 +191,15 @@ void TestLayerTrimmer::findsWhatIsFilled_data()
         << middle.adjusted(-room, -room, room, room);
 }
 
-void TestLayerTrimmer::findsWhatIsFilled()
+void TestLayerThrift::findsWhatIsFilled()
 {
     QFETCH(QImage, picture);
     QFETCH(QRectF, part);
 
-    QCOMPARE(LayerTrimmer::filledPart(picture), part);
+    QCOMPARE(LayerThrift::filledPart(picture), part);
 }
 
-void TestLayerTrimmer::looksLikeAnImage_data()
+void TestLayerThrift::looksLikeAnImage_data()
 {
     QTest::addColumn<QString>("layer");
     QTest::addColumn<double>("angleDegrees");
@@ -142,19 +210,18 @@ void TestLayerTrimmer::looksLikeAnImage_data()
     }
 }
 
-void TestLayerTrimmer::looksLikeAnImage()
+void TestLayerThrift::looksLikeAnImage()
 {
     QFETCH(QString, layer);
     QFETCH(double, angleDegrees);
 
-    const QImage trimmed = painted(layer, angleDegrees, Trimming::On);
-    QVERIFY(!trimmed.isNull());
-    QCOMPARE_LE(greatestDifference(trimmed, painted(layer, angleDegrees, Trimming::Off)), rounding);
-    QCOMPARE_GT(
-        greatestDifference(trimmed, painted(layer, angleDegrees + 3, Trimming::Off)), rounding);
+    const QImage cut = painted(layer, angleDegrees, Thrift::On);
+    QVERIFY(!cut.isNull());
+    QCOMPARE_LE(greatestDifference(cut, painted(layer, angleDegrees, Thrift::Off)), rounding);
+    QCOMPARE_GT(greatestDifference(cut, painted(layer, angleDegrees + 3, Thrift::Off)), rounding);
 }
 
-void TestLayerTrimmer::handsPaintLittle_data()
+void TestLayerThrift::handsPaintLittle_data()
 {
     QTest::addColumn<double>("opacity"); // of what lies behind them
     QTest::addColumn<bool>("isLittle");
@@ -163,7 +230,7 @@ void TestLayerTrimmer::handsPaintLittle_data()
     QTest::newRow("alone") << 0.0 << false;
 }
 
-void TestLayerTrimmer::handsPaintLittle()
+void TestLayerThrift::handsPaintLittle()
 {
     QFETCH(double, opacity);
     QFETCH(bool, isLittle);
@@ -174,7 +241,7 @@ void TestLayerTrimmer::handsPaintLittle()
     documents.config.setFaceOpacity(opacity);
     QQuickView view;
     view.resize(320, 320);
-    const LayerTrimmer &trimmer = *new LayerTrimmer(&view);
+    const LayerThrift &thrift = *new LayerThrift(&view);
     QQuickItem *face = documents.createFace(view, 320);
     QVERIFY(face);
     view.show();
@@ -188,7 +255,7 @@ void TestLayerTrimmer::handsPaintLittle()
     for (const char *hand : {"handHour", "handMinute", "handSecond"}) {
         const auto *item = byId<QQuickImage>(face, QString::fromLatin1(hand));
         QVERIFY(item);
-        const QRectF painted = trimmer.paintedPart(item);
+        const QRectF painted = thrift.paintedPart(item);
         qInfo("%s paints %.0f x %.0f of 320 x 320", hand, painted.width(), painted.height());
         if (isLittle)
             QCOMPARE_LT(painted.width() * painted.height(), 0.1 * 320 * 320);
@@ -198,5 +265,67 @@ void TestLayerTrimmer::handsPaintLittle()
     }
 }
 
-int main(int argc, char **argv) { return runQmlTest<TestLayerTrimmer>(argc, argv); }
-#include "tst_layertrimmer.moc"
+void TestLayerThrift::keepsWhatStands()
+{
+    Face face(Thrift::On);
+    QTRY_VERIFY(face.isLoaded());
+    face.settled();
+    // Base, background and dial; the hands in the test's standstill would be, too.
+    for (QQuickImage *layer : face.layers().last(3))
+        layer->setRotation(6);
+    face.frame();
+    QCOMPARE(face.kept(), QList<bool>({true, true, true, false, false, false}));
+}
+
+void TestLayerThrift::keepsNothingWhileResized()
+{
+    Face face(Thrift::On);
+    QTRY_VERIFY(face.isLoaded());
+    face.settled();
+    for (const double side : {300.0, 280.0}) {
+        face.setSide(side);
+        face.frame();
+        QVERIFY(!face.kept().contains(true));
+    }
+    QTRY_VERIFY(face.isLoaded());
+    face.settled();
+    QVERIFY(face.kept().first(3) == QList<bool>(3, true));
+}
+
+void TestLayerThrift::keptPixelsLookLikeImages()
+{
+    Face face(Thrift::On);
+    Face plain(Thrift::Off);
+    const auto looksLikePlain
+        = [&] { return greatestDifference(face.settled(), plain.settled()) <= rest; };
+    const auto isLoaded = [&] { return face.isLoaded() && plain.isLoaded(); };
+    // The hands would be turned, and differ by more.
+    for (Face *each : {&face, &plain}) {
+        for (QQuickImage *layer : each->layers().last(3))
+            layer->setVisible(false);
+    }
+    QTRY_VERIFY(isLoaded());
+    QVERIFY(looksLikePlain());
+    face.documents.theme.changeColorTone(u"Basic"_s, u"LightRed"_s);
+    QTRY_VERIFY(isLoaded());
+    QVERIFY(!looksLikePlain());
+    plain.documents.theme.changeColorTone(u"Basic"_s, u"LightRed"_s);
+    QTRY_VERIFY(isLoaded());
+    QVERIFY(looksLikePlain());
+    for (Face *each : {&face, &plain})
+        each->setSide(211);
+    QTRY_VERIFY(isLoaded());
+    QVERIFY(looksLikePlain());
+    for (Face *each : {&face, &plain})
+        each->documents.config.setFaceOpacity(0.4);
+    QVERIFY(looksLikePlain());
+    for (Face *each : {&face, &plain})
+        each->layers().first()->setX(20.5);
+    QVERIFY(looksLikePlain());
+    for (Face *each : {&face, &plain})
+        each->layers().first()->setRotation(20);
+    QVERIFY(greatestDifference(face.settled(), plain.settled()) <= rounding);
+}
+
+int main(int argc, char **argv) { return runQmlTest<TestLayerThrift>(argc, argv); }
+#include "tst_layerthrift.moc"

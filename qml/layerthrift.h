@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtCore/qhash.h>
+#include <QtCore/qobject.h>
+#include <QtCore/qrect.h>
+#include <QtCore/qurl.h>
+
+#include <memory>
+
+class QQuickImage;
+class QQuickItem;
+class QQuickWindow;
+class QSGInternalImageNode;
+class QSGTexture;
+
+/// Keeps a frame from computing pixels in vain.
+///
+/// Every layer of the clock is as large as the clock, but a hand fills a fraction of its own, and
+/// turning a clear pixel takes as long as turning another: hands are cut to what is filled. A layer
+/// that stands is made three times as large as it is shown: once it rests, its pixels are computed
+/// for the screen and kept. The picture stays what it was, but for rounding. Figures:
+/// docs/performance.md.
+///
+/// What an item paints can be said to nobody but its node in the scene graph, behind the public
+/// interface of Qt Quick. With another Qt this may not build; without it the clock is dearer, else
+/// the same.
+class LayerThrift : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Watches the images in \a window, which owns it. To be made before the first frame.
+    explicit LayerThrift(QQuickWindow *window);
+
+    /// The part of \a picture outside of which every pixel is clear, with some room about it, in
+    /// shares of the picture's width and height. All of it when it is clear throughout. What is
+    /// thinner than a 512th of the picture and stands apart may be missed.
+    [[nodiscard]] static QRectF filledPart(const QImage &picture);
+
+    /// The part of \a image that is painted, in its coordinates. Null before its first frame.
+    [[nodiscard]] QRectF paintedPart(const QQuickImage *image) const;
+    /// Whether \a image is painted from pixels that were computed in an earlier frame.
+    [[nodiscard]] bool isKept(const QQuickImage *image) const;
+
+private:
+    // What decides about the pixels of an image.
+    struct Look {
+        qint64 picture = 0;
+        bool smooth = false;
+        QRectF target; // of the whole picture, in the window, in pixels
+
+        bool operator==(const Look &) const = default;
+    };
+
+    struct Layer {
+        QUrl source;
+        QRectF filled; // the part of the picture, in shares of it
+        QRectF painted; // the same, or all
+        Look look;
+        std::shared_ptr<QSGTexture> kept; // the pixels, while the look stays what it is
+    };
+
+    void lookBelow(QQuickItem *item);
+    void lookAt(QQuickImage *image);
+    void choosePart(Layer &layer, QQuickImage *image);
+    void keepPixels(Layer &layer, const QQuickImage *image) const;
+    void paintPart(const Layer &layer, QQuickImage *image) const;
+    void paintKept(const Layer &layer, QSGInternalImageNode *node) const;
+    Look lookOf(const QQuickImage *image) const;
+    QRect keptPixels(const Look &look) const;
+
+    QQuickWindow *m_window;
+    QHash<const QQuickImage *, Layer> m_layers; // in the last frame
+    QHash<const QQuickImage *, Layer> m_before; // in the one before it
+    bool m_isWholeFrame = false; // whether all of the window will be painted
+};
