@@ -60,6 +60,13 @@ QSGInternalImageNode *nodeOf(QQuickImage *image)
     return static_cast<QSGInternalImageNode *>(QQuickItemPrivate::get(image)->paintNode);
 }
 
+// What is shown at nearly its own size costs little to paint, and much to keep where it is large.
+bool isWorthKeeping(const QImage &picture, QSizeF shown)
+{
+    constexpr double least = 2; // pixels of the picture for one that is shown
+    return double(picture.width()) * picture.height() >= least * shown.width() * shown.height();
+}
+
 // What Qt would paint into \a pixels of the window from a \a picture as large as \a target.
 QImage pixelsFor(QRectF target, bool smooth, QRect pixels, const QImage &picture)
 {
@@ -176,9 +183,12 @@ LayerThrift::Look LayerThrift::lookOf(const QQuickImage *image) const
         || m_window->rendererInterface()->graphicsApi() != QSGRendererInterface::Software)
         return {};
     const double ratio = m_window->effectiveDevicePixelRatio();
-    const QRectF target = transform.mapRect(QRectF(QPointF(), image->size()));
-    return {image->image().cacheKey(), image->smooth(),
-        QRectF(target.topLeft() * ratio, target.size() * ratio)};
+    const QRectF place = transform.mapRect(QRectF(QPointF(), image->size()));
+    const QRectF target(place.topLeft() * ratio, place.size() * ratio);
+    const QImage picture = image->image();
+    if (!isWorthKeeping(picture, target.size()))
+        return {};
+    return {picture.cacheKey(), image->smooth(), target};
 }
 
 // What of it lies in the window.
