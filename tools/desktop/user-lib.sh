@@ -42,8 +42,14 @@ wait_for() {
     done
 }
 
+# The visible window of that title; fails when there is none.
 window() {
-    xdotool search --onlyvisible --name "^$1\$" | head -n 1 | grep .
+    local found errors=$work/search.log
+    # A search breaks off when some window, whosoever it is, goes meanwhile. Then it tells nothing.
+    until found=$(xdotool search --onlyvisible --name "^$1\$" 2>"$errors") || [[ ! -s $errors ]]; do
+        sleep 0.1
+    done
+    head -n 1 <<<"$found" | grep .
 }
 
 no_window() {
