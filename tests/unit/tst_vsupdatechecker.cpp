@@ -42,6 +42,7 @@ class TestVsUpdateChecker : public QObject
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(); }
+    void infoIsKnownByItsName();
     void interfaceStandsInOrder();
     void defaultInfoIsEmpty();
     void newsOfAnAnswer_data();
@@ -53,6 +54,14 @@ private Q_SLOTS:
     void noReply();
     void infoTravelsInAQueue();
 };
+
+// The first of all: whoever connects to the checker's signal makes it known as well.
+void TestVsUpdateChecker::infoIsKnownByItsName()
+{
+    const VsUpdateChecker checker;
+    QCOMPARE(QMetaType::fromName("VsUpdateChecker::VersionInfo"),
+        QMetaType::fromType<VsUpdateChecker::VersionInfo>());
+}
 
 void TestVsUpdateChecker::interfaceStandsInOrder()
 {
