@@ -28,6 +28,7 @@ private Q_SLOTS:
     void writesAndReadsALink();
     void isReadByAnotherReader();
     void createsFindsAndRemoves();
+    void neverGoesIntoTheAppsFolder();
     void takesTheNextFreeName();
     void endsAtTheLastName();
     void brokenLinkTakesAName();
@@ -186,6 +187,18 @@ void TestStartupLinks::createsFindsAndRemoves()
     QVERIFY(AutoStart::removeAutoStartLinks());
     QVERIFY(!isFound());
     QVERIFY(AutoStart::removeAutoStartLinks()); // nothing to remove
+}
+
+void TestStartupLinks::neverGoesIntoTheAppsFolder()
+{
+    AutoStart::ShortcutSpec item = spec();
+    item.viaAppsFolder = true;
+    item.appUserModelId = u"Marrowby.Vesper_abc!App"_s;
+    QVERIFY(AutoStart::createAutoStartLink(u"Vesper"_s, item));
+    AutoStart::ShortcutSpec read;
+    read.linkPath = folder().filePath(u"Vesper.lnk"_s);
+    QVERIFY(ComManager().readShortcut(read));
+    QCOMPARE(read.targetPath, item.targetPath);
 }
 
 void TestStartupLinks::takesTheNextFreeName()
