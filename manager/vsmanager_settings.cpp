@@ -82,8 +82,9 @@ void VsManager::onSettingsWindowDestroyed()
     saveConfig();
     qDebug("Settings Window Destroyed");
     // Once all that went with it has gone.
-    QTimer::singleShot(1s, m_engine, [engine = m_engine] {
-        engine->collectGarbage();
+    QTimer::singleShot(1s, this, [engine = QPointer(m_engine)] {
+        if (engine)
+            engine->collectGarbage();
         returnFreeMemory();
     });
 }

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void isNoLargerThanTheScreen();
     void opensNothingWithoutEngine();
     void closingSavesAndForgets();
+    void closesWithoutEngine();
     void tellsOfMouseButtons();
     void quitsAtOnceWithoutIt();
     void quitsAfterItIsGone();
@@ -123,6 +124,17 @@ void tst_SettingsWindow::closingSavesAndForgets()
     QVERIFY(isSaved());
     m_manager->openSettings();
     QVERIFY(settingsWindow());
+}
+
+void tst_SettingsWindow::closesWithoutEngine()
+{
+    m_manager->openSettings();
+    m_manager->setEngine(nullptr);
+    QTest::ignoreMessage(QtDebugMsg, "Settings Window Destroyed");
+    settingsWindow()->close();
+    QTRY_VERIFY(!settingsWindow());
+    QTest::qWait(1200); // a second later the memory is given back
+    QVERIFY(isSaved());
 }
 
 void tst_SettingsWindow::tellsOfMouseButtons()
