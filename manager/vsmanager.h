@@ -253,5 +253,6 @@ private:
     QTimer m_dpiCheckTimer;
     Qt::WindowStates m_windowStates; // as last told
     int m_triesToShow = 0; // in a row, a window that the window manager has lost
+    bool m_isOnTaskbar = false; // as last told, whatever the configuration says
     QRect m_normalGeometry; // before the clock was minimised or its taskbar entry changed
 };
