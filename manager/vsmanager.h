@@ -72,6 +72,10 @@ public:
     /// The language code that decides about the date text, for example "ja".
     static void setLanguageName(const QString &name);
 
+    /// What the clock shows of \a time; on the twelve-hour clock the marker follows it at once.
+    [[nodiscard]] QString makeTimeText(QTime time);
+    [[nodiscard]] QString makeDateText(QDate date) const;
+
     /// What Windows and the clock take for a scale of 1.
     static constexpr double referenceDpi = 96.0;
 
@@ -185,8 +189,6 @@ private:
     void connectConfig();
     void connectNativeEventFilter();
     void publish(const QDateTime &tick);
-    [[nodiscard]] QString makeTimeText(QTime time);
-    [[nodiscard]] QString makeDateText(QDate date) const;
     [[nodiscard]] QDateTime now() const;
     void buildMenu();
     template <typename Set, typename Changed>

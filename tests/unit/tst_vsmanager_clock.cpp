@@ -55,6 +55,7 @@ private Q_SLOTS:
     void reentrantTickDoesNothing();
     void changedSettingShowsAtTheNextTick();
     void immediateUpdates();
+    void buildsTextsForAnyTime();
     void restsWhileTheSessionIsLocked();
     void realTicksComeRightAfterTheSecond();
 
@@ -215,6 +216,20 @@ void TestVsManagerClock::immediateUpdates()
             "timeTextChanged", "timeTextChanged", "dateTextChanged", "dateTextChanged"}));
     QCOMPARE(m_manager->timeText(), u"10:08:42"_s);
     QCOMPARE(m_manager->dateText(), u"2026年11月15日㈰"_s);
+}
+
+void TestVsManagerClock::buildsTextsForAnyTime()
+{
+    const SignalLog log(m_manager.get());
+    QCOMPARE(m_manager->makeTimeText(QTime(13, 5, 9)), u"13:05:09"_s);
+    QCOMPARE(m_manager->makeDateText(QDate(2019, 4, 30)), u"2019年4月30日㈫"_s);
+    QCOMPARE(log.names(), QByteArrayList());
+    VsConfig::instance()->setTweleveHours(true);
+    VsConfig::instance()->setUseEra(true);
+    QCOMPARE(m_manager->makeTimeText(QTime(13, 5, 9)), u"01:05:09"_s);
+    QCOMPARE(m_manager->makeDateText(QDate(2019, 4, 30)), u"平成31年4月30日㈫"_s);
+    QCOMPARE(log.names(), QByteArrayList{"amPmTextChanged"});
+    QCOMPARE(m_manager->timeText(), QString());
 }
 
 void TestVsManagerClock::restsWhileTheSessionIsLocked()
