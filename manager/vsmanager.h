@@ -13,10 +13,8 @@
 #include <QtCore/qtimer.h>
 #include <QtGui/qcolor.h>
 #include <QtGui/qimage.h>
-#include <QtGui/qpalette.h>
 #include <QtGui/qwindow.h>
 #include <QtQuick/qquickwindow.h>
-#include <QtWidgets/qsystemtrayicon.h>
 
 #include <chrono>
 #include <memory>
