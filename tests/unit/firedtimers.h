@@ -9,8 +9,8 @@
 #include <QtCore/qpointer.h>
 #include <QtCore/qtimer.h>
 
-/// Sees every timer of this thread that goes off, whoever has it: those of an object that shows
-/// nothing of them.
+/// Sees every repeating timer of this thread that goes off, whoever has it: those of an object that
+/// shows nothing of them.
 class FiredTimers : public QObject
 { // clazy:exclude=missing-qobject-macro
 public:
@@ -25,7 +25,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (auto *const timer = qobject_cast<QTimer *>(watched);
-            timer && event->type() == QEvent::Timer) {
+            timer && event->type() == QEvent::Timer && !timer->isSingleShot()) {
             ++m_counts[timer->interval()];
             m_last[timer->interval()] = timer;
         }

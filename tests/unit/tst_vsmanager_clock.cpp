@@ -50,6 +50,8 @@ private Q_SLOTS:
     void nextSecondPublishesInOrder();
     void dateIsPublishedWhenItChanges();
     void markerIsPublishedWhenItChanges();
+    void twentyFourHoursLeaveTheMarkerAlone();
+    void immediateTimeTellsTheMarkerFirst();
     void stepOfTheClock_data();
     void stepOfTheClock();
     void reentrantTickDoesNothing();
@@ -160,6 +162,29 @@ void TestVsManagerClock::markerIsPublishedWhenItChanges()
     QCOMPARE(log.names(), QByteArrayList{"amPmTextChanged"} + anglesAndTime);
     QCOMPARE(m_manager->amPmText(), u"PM"_s);
     QCOMPARE(m_manager->timeText(), u"00:00:00"_s);
+}
+
+void TestVsManagerClock::twentyFourHoursLeaveTheMarkerAlone()
+{
+    setPresent(QDateTime(QDate(2026, 11, 15), QTime(11, 59, 59)));
+    m_manager->start();
+    const SignalLog log(m_manager.get());
+    presentMs += 1000;
+    tick();
+    QCOMPARE(log.names(), anglesAndTime);
+    QCOMPARE(m_manager->timeText(), u"12:00:00"_s);
+    QCOMPARE(m_manager->amPmText(), u"AM"_s);
+}
+
+void TestVsManagerClock::immediateTimeTellsTheMarkerFirst()
+{
+    VsConfig::instance()->setTweleveHours(true);
+    setPresent(QDateTime(QDate(2026, 11, 15), QTime(13, 5, 9)));
+    const SignalLog log(m_manager.get());
+    m_manager->updateTimeTextImmediately();
+    QCOMPARE(log.names(), (QByteArrayList{"amPmTextChanged", "timeTextChanged"}));
+    QCOMPARE(log.emissions().at(0).arguments, QVariantList{u"PM"_s});
+    QCOMPARE(log.emissions().at(1).arguments, QVariantList{u"01:05:09"_s});
 }
 
 void TestVsManagerClock::stepOfTheClock_data()
