@@ -25,6 +25,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void comesWithoutPackage();
+    void describesThisProgram();
     void writesAndReadsALink();
     void isReadByAnotherReader();
     void createsFindsAndRemoves();
@@ -126,6 +127,21 @@ void TestStartupLinks::comesWithoutPackage()
 {
     QVERIFY(!hasPackageIdentity());
     QVERIFY(applicationUserModelId().isEmpty());
+}
+
+void TestStartupLinks::describesThisProgram()
+{
+    const AutoStart::ShortcutSpec described = AutoStart::buildAutoStartSpec();
+    const QString program = QCoreApplication::applicationFilePath();
+    QCOMPARE(described.targetPath, QDir::toNativeSeparators(program));
+    QCOMPARE(described.arguments, QString());
+    QCOMPARE(described.workingDirectory, QCoreApplication::applicationDirPath());
+    QCOMPARE(described.iconPath, program);
+    QCOMPARE(described.iconIndex, 0);
+    QCOMPARE(described.showCommand, 1);
+    QCOMPARE(described.description, QString());
+    QCOMPARE(described.linkPath, QString());
+    QVERIFY(!described.viaAppsFolder);
 }
 
 // Where the format of shell links has it.
