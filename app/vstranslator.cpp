@@ -3,19 +3,13 @@
 
 #include "app/vstranslator.h"
 
+#include "config/languagename.h"
+
 #include <QtCore/qdir.h>
-#include <QtCore/qlocale.h>
 #include <QtCore/qtranslator.h>
 #include <QtWidgets/qapplication.h>
 
 using namespace Qt::StringLiterals;
-
-QString languageOfLocaleName(QString localeName)
-{
-    // Cutting at -1 leaves nothing.
-    localeName.truncate(localeName.lastIndexOf(u'_'));
-    return localeName;
-}
 
 VsTranslator::VsTranslator(QApplication *application, QObject *parent)
     : QObject(parent)
@@ -55,4 +49,4 @@ bool VsTranslator::loadLanguage(const QString &language)
     return installed;
 }
 
-QString VsTranslator::systemLanguage() { return languageOfLocaleName(QLocale::system().name()); }
+QString VsTranslator::systemLanguage() { return systemLanguageName(); }

@@ -10,10 +10,6 @@
 class QApplication;
 class QTranslator;
 
-/// What stands before the last underscore of a locale's name ("ja" of "ja_JP"). Empty when there is
-/// no underscore, which is meant: an empty language has no catalogue.
-QString languageOfLocaleName(QString localeName);
-
 /// Installs the catalogues of a language and takes them out again when it is destroyed. They come
 /// from the folder "translations" beside the program and then from the program's resources, so that
 /// a text present in both is the resource's. Without a catalogue the interface stays in English.
@@ -30,7 +26,7 @@ public:
     bool loadSystemLanguage();
     bool loadLanguage(const QString &language);
 
-    /// Language code of the system's locale, as languageOfLocaleName() gives it.
+    /// Language code of the system's locale, as systemLanguageName() gives it.
     static QString systemLanguage();
 
 private:

@@ -3,10 +3,21 @@
 
 #include "config/languagename.h"
 
+#include <QtCore/qlocale.h>
+
 #include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
+
+QString languageOfLocaleName(QString localeName)
+{
+    // Cutting at -1 leaves nothing.
+    localeName.truncate(localeName.lastIndexOf(u'_'));
+    return localeName;
+}
+
+QString systemLanguageName() { return languageOfLocaleName(QLocale::system().name()); }
 
 bool isJapaneseLanguage(const QString &languageName)
 {

@@ -13,6 +13,7 @@
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qicon.h>
+#include <QtGui/qpainter.h>
 #include <QtWidgets/qboxlayout.h>
 #include <QtWidgets/qlabel.h>
 #include <QtWidgets/qpushbutton.h>
@@ -25,12 +26,25 @@ using namespace std::chrono_literals;
 namespace
 {
 
-constexpr QSize pictureSize(48, 48);
+// As large as every other, with the artwork in its middle, whatever the shape of that.
+QPixmap picture(const QString &file)
+{
+    const qreal ratio = qGuiApp->devicePixelRatio();
+    const QSize size = QSize(48, 48) * ratio;
+    const QPixmap artwork = QIcon(file).pixmap(size, 1.0);
+    QRect place = artwork.rect();
+    QPixmap picture(size);
+    place.moveCenter(picture.rect().center());
+    picture.fill(Qt::transparent);
+    QPainter(&picture).drawPixmap(place.topLeft(), artwork);
+    picture.setDevicePixelRatio(ratio); // only now: all of the above is in pixels
+    return picture;
+}
 
 QLabel *makePicture(const QString &file)
 {
     auto *const label = new QLabel;
-    label->setPixmap(QIcon(file).pixmap(pictureSize));
+    label->setPixmap(picture(file));
     return label;
 }
 

@@ -8,7 +8,6 @@
 #include <QtCore/qcoreapplication.h>
 #include <QtCore/qdir.h>
 #include <QtCore/qfile.h>
-#include <QtCore/qlocale.h>
 #include <QtCore/qtimer.h>
 #include <QtGui/qclipboard.h>
 #include <QtGui/qguiapplication.h>
@@ -88,7 +87,7 @@ void VsLicenseDialog::readLicense()
     if (!folder.cd(u"LICENSE"_s))
         return;
     const QString ownLicense
-        = isJapaneseLanguage(QLocale::system().name()) ? u"License_ja.txt"_s : u"License_en.txt"_s;
+        = isJapaneseLanguage(systemLanguageName()) ? u"License_ja.txt"_s : u"License_en.txt"_s;
     for (const QString &name : {ownLicense, u"LICENSE-LGPL-3"_s}) {
         QFile file(folder.filePath(name));
         if (!file.open(QIODevice::ReadOnly))

@@ -102,16 +102,16 @@ void VsManager::setEngine(QQmlApplicationEngine *engine)
     m_engine = engine;
     if (!m_engine)
         return;
-    const auto publishObject
-        = [context = m_engine->rootContext()](const QString &name, QObject *object) {
-              context->setContextProperty(name, object);
-              QJSEngine::setObjectOwnership(object, QJSEngine::CppOwnership);
-          };
-    publishObject(u"manager"_s, this);
-    publishObject(u"config"_s, m_config);
+    QQmlContext *const context = m_engine->rootContext();
+    context->setContextProperty(u"manager"_s, this);
+    QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
+    context->setContextProperty(u"config"_s, m_config);
     connect(m_config, &VsConfig::resizeEnabledChanged, this, &VsManager::setResizeEnabled);
-    publishObject(u"theme"_s, m_theme);
-    publishObject(u"themeModel"_s, m_themeModel);
+    QJSEngine::setObjectOwnership(m_config, QJSEngine::CppOwnership);
+    context->setContextProperty(u"theme"_s, m_theme);
+    QJSEngine::setObjectOwnership(m_theme, QJSEngine::CppOwnership);
+    context->setContextProperty(u"themeModel"_s, m_themeModel);
+    QJSEngine::setObjectOwnership(m_themeModel, QJSEngine::CppOwnership);
 }
 
 bool VsManager::eventFilter(QObject *watched, QEvent *event)

@@ -13,10 +13,8 @@
 #include <QtCore/qtimer.h>
 #include <QtGui/qcolor.h>
 #include <QtGui/qimage.h>
-#include <QtGui/qpalette.h>
 #include <QtGui/qwindow.h>
 #include <QtQuick/qquickwindow.h>
-#include <QtWidgets/qsystemtrayicon.h>
 
 #include <chrono>
 #include <memory>
@@ -71,6 +69,10 @@ public:
 
     /// The language code that decides about the date text, for example "ja".
     static void setLanguageName(const QString &name);
+
+    /// What the clock shows of \a time; on the twelve-hour clock the marker follows it at once.
+    [[nodiscard]] QString makeTimeText(QTime time);
+    [[nodiscard]] QString makeDateText(QDate date) const;
 
     /// What Windows and the clock take for a scale of 1.
     static constexpr double referenceDpi = 96.0;
@@ -185,8 +187,6 @@ private:
     void connectConfig();
     void connectNativeEventFilter();
     void publish(const QDateTime &tick);
-    [[nodiscard]] QString makeTimeText(QTime time);
-    [[nodiscard]] QString makeDateText(QDate date) const;
     [[nodiscard]] QDateTime now() const;
     void buildMenu();
     template <typename Set, typename Changed>
@@ -253,5 +253,6 @@ private:
     QTimer m_dpiCheckTimer;
     Qt::WindowStates m_windowStates; // as last told
     int m_triesToShow = 0; // in a row, a window that the window manager has lost
+    bool m_isOnTaskbar = false; // as last told, whatever the configuration says
     QRect m_normalGeometry; // before the clock was minimised or its taskbar entry changed
 };

@@ -67,9 +67,12 @@ void VsManager::createSettingsWindow()
     QQmlComponent component(m_engine, QUrl(u"qrc:/qt/qml/vesper/qml/Settings.qml"_s));
     if (component.status() != QQmlComponent::Ready)
         return;
-    auto *const window = qobject_cast<QQuickWindow *>(component.create());
-    if (!window)
+    QObject *const object = component.create();
+    auto *const window = qobject_cast<QQuickWindow *>(object);
+    if (!window) {
+        delete object;
         return;
+    }
     window->setIcon(QIcon(u":/images/app_icon.svg"_s));
     m_settingsWindow = window;
     window->installEventFilter(this);
@@ -82,8 +85,9 @@ void VsManager::onSettingsWindowDestroyed()
     saveConfig();
     qDebug("Settings Window Destroyed");
     // Once all that went with it has gone.
-    QTimer::singleShot(1s, m_engine, [engine = m_engine] {
-        engine->collectGarbage();
+    QTimer::singleShot(1s, this, [engine = QPointer(m_engine)] {
+        if (engine)
+            engine->collectGarbage();
         returnFreeMemory();
     });
 }

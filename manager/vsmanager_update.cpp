@@ -24,6 +24,7 @@ using namespace std::chrono_literals;
 
 void VsManager::scheduleUpdateChecks()
 {
+    m_updateCheckTimer.setInterval(1s); // no check that somebody asks for ends in a timer of 0 ms
     if (m_isPackaged)
         return; // the package manager brings the updates
     QTimer::singleShot(10s, this, &VsManager::checkUpdate);

@@ -125,7 +125,7 @@ void VsManager::onMainWindowStateChange()
 void VsManager::applyWindowStyle()
 {
     const WId window = m_mainWindow->winId();
-    WindowStyle::setWindowToolStyle(window, !m_config->showOnTaskbar());
+    WindowStyle::setWindowToolStyle(window, !m_isOnTaskbar);
     WindowStyle::setWindowTopmost(window, m_config->topmost());
     WindowStyle::setWindowTransparentForMouse(window, m_config->ignoreMouseEvent());
 }
@@ -190,6 +190,7 @@ void VsManager::setShowOnTaskbar(bool enabled, bool storeGeometry)
         return;
     if (m_mainWindow->windowState() != Qt::WindowMinimized && storeGeometry)
         m_normalGeometry = m_mainWindow->geometry();
+    m_isOnTaskbar = enabled;
     if (enabled) {
         m_mainWindow->setFlags(m_mainWindow->flags() | Qt::Window | Qt::WindowSystemMenuHint
             | Qt::WindowMinimizeButtonHint);
@@ -211,7 +212,7 @@ QRect VsManager::restorableGeometry() const
 void VsManager::completeTaskbarChange()
 {
     m_mainWindow->hide();
-    WindowStyle::setWindowToolStyle(m_mainWindow->winId(), !m_config->showOnTaskbar());
+    WindowStyle::setWindowToolStyle(m_mainWindow->winId(), !m_isOnTaskbar);
     m_mainWindow->show();
     WindowStyle::setWindowTopmost(m_mainWindow->winId(), m_config->topmost());
     const QRect geometry = m_normalGeometry.isValid() ? m_normalGeometry : restorableGeometry();

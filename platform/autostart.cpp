@@ -55,6 +55,7 @@ bool AutoStart::createAutoStartLink(const QString &name, const ShortcutSpec &spe
     removeEntriesThatAreOff(spec.arguments);
     ShortcutSpec entry = spec;
     entry.linkPath = freeEntryPath(name);
+    entry.viaAppsFolder = false;
     return !entry.linkPath.isEmpty() && StartupEntries::write(entry);
 }
 

@@ -27,8 +27,9 @@ struct ShortcutSpec {
 /// The entry that starts this program as it is installed now.
 [[nodiscard]] ShortcutSpec buildAutoStartSpec();
 
-/// Writes an entry with the properties of \a spec under a free file name made from \a name.
-/// False when there is no start-up folder or the entry could not be written.
+/// Writes an entry with the properties of \a spec under a free file name made from \a name, never
+/// one into the apps folder. False when there is no start-up folder or the entry could not be
+/// written.
 [[nodiscard]] bool createAutoStartLink(const QString &name, const ShortcutSpec &spec);
 
 /// True when the start-up folder holds an entry of this program. \a foundPaths receives the

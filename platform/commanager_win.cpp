@@ -5,7 +5,7 @@
 
 #include <QtCore/qdir.h>
 
-#include <array>
+#include <memory>
 #include <vector>
 
 #include <windows.h>

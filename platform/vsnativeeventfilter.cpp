@@ -11,6 +11,8 @@
 #include <QtCore/qtimer.h>
 #include <QtGui/qscreen.h>
 
+#include <utility>
+
 VsNativeEventFilter::VsNativeEventFilter(QObject *parent)
     : QObject(parent)
 {
@@ -60,7 +62,8 @@ void VsNativeEventFilter::noteLostMonitor()
 
 void VsNativeEventFilter::restore()
 {
-    m_mainWindow->setPosition(m_savedGeometry.topLeft());
+    if (m_mainWindow) // it may have been taken away since
+        m_mainWindow->setPosition(m_savedGeometry.topLeft());
     Q_EMIT updateMask();
 }
 

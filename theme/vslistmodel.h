@@ -33,10 +33,11 @@ public:
 
     int count() const { return rowCount(); }
 
+    Q_INVOKABLE int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+
     /// Row of the tone of that name, -1 when there is none; -1 for every name in a list of themes.
     Q_INVOKABLE qsizetype getIndexNumber(const QString &name) const;
 
-    Q_INVOKABLE int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
 

@@ -46,6 +46,7 @@ VsUpdateChecker::VsUpdateChecker(QObject *parent)
     : QObject(parent)
     , m_networkAccessManager(new QNetworkAccessManager(this))
 {
+    qRegisterMetaType<VersionInfo>();
     connect(m_networkAccessManager, &QNetworkAccessManager::finished, this,
         &VsUpdateChecker::onManagerFinished);
 }

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void movesToTheMiddle();
     void comesToTheTaskbarAndGoes_data();
     void comesToTheTaskbarAndGoes();
+    void isOnTheTaskbarAsToldWhateverIsSet();
     void isShownAgainWhenTheWindowManagerLosesIt();
     void savesWhenTheSessionEnds();
     void isMinimizedByItsMenu_data();
@@ -164,6 +165,23 @@ void TestOwnWindow::savesWhenTheSessionEnds()
     auto *application = QGuiApplicationPrivate::instance();
     application->commitData();
     QCOMPARE(m_home.storedGeometry(), QRectF(moved));
+}
+
+// The documents may call this themselves.
+void TestOwnWindow::isOnTheTaskbarAsToldWhateverIsSet()
+{
+    QTRY_VERIFY(window().states().contains("SKIP_TASKBAR"));
+    m_clock->manager()->setShowOnTaskbar(true);
+    QTRY_VERIFY(!window().states().contains("SKIP_TASKBAR"));
+    QTest::qWait(700); // for whatever comes late
+    QVERIFY(!window().states().contains("SKIP_TASKBAR"));
+    QVERIFY(!m_config->showOnTaskbar());
+    QCOMPARE(window().geometry(), place);
+    m_config->setShowOnTaskbar(true);
+    m_clock->manager()->setShowOnTaskbar(false);
+    QTRY_VERIFY(window().states().contains("SKIP_TASKBAR"));
+    QTest::qWait(700);
+    QVERIFY(window().states().contains("SKIP_TASKBAR"));
 }
 
 void TestOwnWindow::isShownAgainWhenTheWindowManagerLosesIt()

@@ -8,13 +8,48 @@
 #include "tests/qml/documents.h"
 
 #include <QtCore/qregularexpression.h>
+#include <QtCore/qtemporarydir.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qscreen.h>
+#include <QtQml/qqmlabstracturlinterceptor.h>
 #include <QtTest/qsignalspy.h>
 
 #include <memory>
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// Puts another text in the place of the document.
+class OtherDocument : public QQmlAbstractUrlInterceptor
+{
+public:
+    explicit OtherDocument(const QByteArray &text)
+    {
+        QFile file(m_folder.filePath(u"Other.qml"_s));
+        if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size())
+            m_url = QUrl::fromLocalFile(file.fileName());
+    }
+
+    QUrl intercept(const QUrl &url, [[maybe_unused]] DataType type) override
+    {
+        return url.path().endsWith("/Settings.qml"_L1) ? m_url : url;
+    }
+
+private:
+    const QTemporaryDir m_folder;
+    QUrl m_url;
+};
+
+QWindowList visibleWindows()
+{
+    QWindowList windows = QGuiApplication::topLevelWindows();
+    windows.removeIf([](const QWindow *window) { return !window->isVisible(); });
+    return windows;
+}
+
+} // namespace
 
 class tst_SettingsWindow : public QObject
 {
@@ -27,7 +62,10 @@ private Q_SLOTS:
     void secondCallCentresItAgain();
     void isNoLargerThanTheScreen();
     void opensNothingWithoutEngine();
+    void opensNoOtherDocument_data();
+    void opensNoOtherDocument();
     void closingSavesAndForgets();
+    void closesWithoutEngine();
     void tellsOfMouseButtons();
     void quitsAtOnceWithoutIt();
     void quitsAfterItIsGone();
@@ -113,6 +151,28 @@ void tst_SettingsWindow::opensNothingWithoutEngine()
     QVERIFY(!settingsWindow());
 }
 
+void tst_SettingsWindow::opensNoOtherDocument_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<qsizetype>("windows");
+    QTest::newRow("a window, to see that it is read")
+        << "import QtQuick\nWindow { objectName: 'settingsWindow' }"_ba << qsizetype(2);
+    QTest::newRow("no window") << "import QtQuick\nItem { }"_ba << qsizetype(1);
+    QTest::newRow("not ready") << "import QtQuick\nWindow { visible: true; x: }"_ba << qsizetype(1);
+}
+
+void tst_SettingsWindow::opensNoOtherDocument()
+{
+    QFETCH(const QByteArray, text);
+    QFETCH(const qsizetype, windows);
+    OtherDocument document(text);
+    m_engine->addUrlInterceptor(&document);
+    m_manager->openSettings();
+    QCOMPARE(visibleWindows().size(), windows); // with the clock
+    QCOMPARE(settingsWindow() != nullptr, windows == 2);
+    m_engine->removeUrlInterceptor(&document);
+}
+
 void tst_SettingsWindow::closingSavesAndForgets()
 {
     m_manager->openSettings();
@@ -123,6 +183,17 @@ void tst_SettingsWindow::closingSavesAndForgets()
     QVERIFY(isSaved());
     m_manager->openSettings();
     QVERIFY(settingsWindow());
+}
+
+void tst_SettingsWindow::closesWithoutEngine()
+{
+    m_manager->openSettings();
+    m_manager->setEngine(nullptr);
+    QTest::ignoreMessage(QtDebugMsg, "Settings Window Destroyed");
+    settingsWindow()->close();
+    QTRY_VERIFY(!settingsWindow());
+    QTest::qWait(1200); // a second later the memory is given back
+    QVERIFY(isSaved());
 }
 
 void tst_SettingsWindow::tellsOfMouseButtons()

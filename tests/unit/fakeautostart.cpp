@@ -58,6 +58,7 @@ bool findAutoStartLinks(const QString &expectedTarget, const QString &expectedAr
 bool removeAutoStartLinks()
 {
     state().calls.append(u"remove"_s);
+    state().duringRemoval();
     return state().canRemove;
 }
 

@@ -7,6 +7,8 @@
 
 #include <QtCore/qstringlist.h>
 
+#include <functional>
+
 /// Stands in for the user's start-up folder, which a test must not write to and cannot make fail at
 /// will. Linked into a test it takes the place of the real functions.
 namespace FakeAutoStart
@@ -20,6 +22,7 @@ struct State {
     QStringList calls = {}; ///< every call, with the outputs that were asked for
     QString createdName = {};
     AutoStart::ShortcutSpec createdSpec = {};
+    std::function<void()> duringRemoval = [] { }; ///< called before the entries go
 };
 
 State &state();

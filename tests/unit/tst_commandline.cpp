@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "confighome.h"
+#include "fakeautostart.h"
 
 #include "app/commandline.h"
 
@@ -14,13 +15,22 @@ class TestCommandLine : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(); }
+    void init();
     void switches_data();
     void switches();
+    void failedCleanupIsTold();
+    void switchesGoInTheirOrder_data();
+    void switchesGoInTheirOrder();
 
 private:
     ConfigHome m_home;
 };
+
+void TestCommandLine::init()
+{
+    QTest::failOnWarning();
+    FakeAutoStart::state() = {};
+}
 
 void TestCommandLine::switches_data()
 {
@@ -53,6 +63,35 @@ void TestCommandLine::switches()
     QVERIFY(m_home.writeFile("{}"));
     QCOMPARE(runMaintenanceSwitches(arguments).value_or(-1), exitCode);
     QTEST(QFile::exists(m_home.configFile()), "settingsStay");
+}
+
+void TestCommandLine::failedCleanupIsTold()
+{
+    FakeAutoStart::state() = {.canRemove = false};
+    QCOMPARE(runMaintenanceSwitches({u"vesper"_s, u"-u"_s}), 1);
+}
+
+void TestCommandLine::switchesGoInTheirOrder_data()
+{
+    QTest::addColumn<QStringList>("switches");
+    QTest::addColumn<bool>("settingsAtCleanup");
+    QTest::newRow("uninstall") << QStringList{u"-u"_s} << true;
+    QTest::newRow("reset, then uninstall") << QStringList{u"-r"_s, u"-u"_s} << false;
+    QTest::newRow("uninstall first") << QStringList{u"-u"_s, u"-r"_s} << true;
+    QTest::newRow("uninstall ends the walk") << QStringList{u"-u"_s, u"-u"_s} << true;
+}
+
+void TestCommandLine::switchesGoInTheirOrder()
+{
+    QFETCH(const QStringList, switches);
+    QFETCH(const bool, settingsAtCleanup);
+    QVERIFY(m_home.writeFile("{}"));
+    bool settings = !settingsAtCleanup;
+    FakeAutoStart::state().duringRemoval
+        = [this, &settings] { settings = QFile::exists(m_home.configFile()); };
+    QCOMPARE(runMaintenanceSwitches(QStringList{u"vesper"_s} + switches), 0);
+    QCOMPARE(settings, settingsAtCleanup);
+    QCOMPARE(FakeAutoStart::state().calls, QStringList{u"remove"_s});
 }
 
 QTEST_GUILESS_MAIN(TestCommandLine)

@@ -11,6 +11,7 @@
 #include <QtCore/qjsondocument.h>
 #include <QtCore/qjsonobject.h>
 #include <QtCore/qregularexpression.h>
+#include <QtTest/qsignalspy.h>
 #include <QtTest/qtest.h>
 
 #include <limits>
@@ -333,9 +334,11 @@ void TestConfigFile::folderInPlaceOfTheFile()
     const QString inside = m_home->configFile() + u"/kept"_s;
     QVERIFY(QDir().mkpath(inside));
     const VsConfig config;
+    QSignalSpy errors(&config, &VsConfig::errorOccurred);
     QCOMPARE(config.themeName(), u"Basic"_s);
     config.save();
     QVERIFY(QDir(inside).exists());
+    QVERIFY(errors.isEmpty());
 }
 
 void TestConfigFile::fileInPlaceOfTheFolder()
@@ -346,9 +349,11 @@ void TestConfigFile::fileInPlaceOfTheFolder()
     QCOMPARE(file.write("kept"), 4);
     file.close();
     const VsConfig config;
+    QSignalSpy errors(&config, &VsConfig::errorOccurred);
     QCOMPARE(config.themeName(), u"Basic"_s);
     config.save();
     QCOMPARE(file.size(), 4);
+    QVERIFY(errors.isEmpty());
 }
 
 void TestConfigFile::emptyNamesBecomeDefaults()
@@ -408,6 +413,8 @@ void TestConfigFile::numbersComeBack()
         QVERIFY(config.width() == value);
         config.save();
     }
+    const QJsonObject written = QJsonDocument::fromJson(m_home->readFile()).object();
+    QVERIFY(written["Geometry"_L1]["Width"_L1].toDouble() == value);
     const VsConfig config;
     QVERIFY(config.opacity() == value);
     QVERIFY(config.width() == value);

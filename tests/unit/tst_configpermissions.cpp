@@ -6,9 +6,11 @@
 
 #include "confighome.h"
 
+#include "app/commandline.h"
 #include "config/configfolder.h"
 #include "config/vsconfig.h"
 
+#include <QtTest/qsignalspy.h>
 #include <QtTest/qtest.h>
 
 #include <memory>
@@ -51,6 +53,7 @@ private Q_SLOTS:
     void saveIntoAReadOnlyFolder();
     void homeThatCannotBeWritten();
     void removalThatFails();
+    void resetThatFailsIsIgnored();
 
 private:
     void forbidWriting(const QString &path);
@@ -110,9 +113,11 @@ void TestConfigPermissions::readOnlyFile()
     forbidWriting(m_home->configFile());
     forbidWriting(m_home->configFolder());
     const VsConfig config;
+    QSignalSpy errors(&config, &VsConfig::errorOccurred);
     QVERIFY(config.fixed());
     config.save();
     QCOMPARE(m_home->readFile(), text);
+    QVERIFY(errors.isEmpty());
 }
 
 void TestConfigPermissions::saveIntoAReadOnlyFolder()
@@ -120,8 +125,10 @@ void TestConfigPermissions::saveIntoAReadOnlyFolder()
     QVERIFY(QDir().mkpath(m_home->configFolder()));
     forbidWriting(m_home->configFolder());
     const VsConfig config;
+    QSignalSpy errors(&config, &VsConfig::errorOccurred);
     config.save();
     QVERIFY(!QFile::exists(m_home->configFile()));
+    QVERIFY(errors.isEmpty());
 }
 
 void TestConfigPermissions::homeThatCannotBeWritten()
@@ -129,9 +136,11 @@ void TestConfigPermissions::homeThatCannotBeWritten()
     QVERIFY(QDir().mkpath(m_home->dataFolder()));
     forbidWriting(m_home->dataFolder());
     const VsConfig config;
+    QSignalSpy errors(&config, &VsConfig::errorOccurred);
     QCOMPARE(config.themeName(), u"Basic"_s);
     config.save();
     QVERIFY(!QDir(m_home->makerFolder()).exists());
+    QVERIFY(errors.isEmpty());
 }
 
 void TestConfigPermissions::removalThatFails()
@@ -140,6 +149,15 @@ void TestConfigPermissions::removalThatFails()
     forbidWriting(m_home->configFolder());
     QVERIFY(!removeConfigurationFolder());
     QVERIFY(QFile::exists(m_home->configFile()));
+}
+
+void TestConfigPermissions::resetThatFailsIsIgnored()
+{
+    QVERIFY(m_home->writeFile("{}"));
+    forbidWriting(m_home->configFolder());
+    QCOMPARE(runMaintenanceSwitches({u"vesper"_s, u"--reset"_s}), std::nullopt);
+    QVERIFY(QFile::exists(m_home->configFile()));
+    QCOMPARE(runMaintenanceSwitches({u"vesper"_s, u"-r"_s, u"-u"_s}), 1); // and on it goes
 }
 
 QTEST_GUILESS_MAIN(TestConfigPermissions)

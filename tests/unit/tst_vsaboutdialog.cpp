@@ -9,6 +9,8 @@
 #include "dialogs/vslicensedialog.h"
 
 #include <QtCore/qmetaobject.h>
+#include <QtGui/qicon.h>
+#include <QtGui/qpainter.h>
 #include <QtTest/qtest.h>
 #include <QtWidgets/qapplication.h>
 #include <QtWidgets/qboxlayout.h>
@@ -35,6 +37,7 @@ private Q_SLOTS:
     void cleanup() { m_dialog.reset(); }
     void slotsStandInOrder();
     void showsNameAndVersion();
+    void showsThePictures_data();
     void showsThePictures();
     void namesTheLicences();
     void margins();
@@ -84,11 +87,33 @@ void TestVsAboutDialog::showsNameAndVersion()
     QCOMPARE(labels.at(2)->text(), u"Version 4.0.2.0"_s);
 }
 
+void TestVsAboutDialog::showsThePictures_data()
+{
+    QTest::addColumn<int>("label");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("icon") << 0 << u":/images/app_icon.svg"_s;
+    QTest::newRow("logo, which is not square") << 3 << u":/images/marrowby_logo_gray.svg"_s;
+}
+
+// Run twice: once more at a pixel ratio of 2.
 void TestVsAboutDialog::showsThePictures()
 {
-    const QList<QLabel *> labels = m_dialog->findChildren<QLabel *>();
-    QCOMPARE(labels.at(0)->pixmap().deviceIndependentSize(), QSizeF(48, 48));
-    QCOMPARE(labels.at(3)->pixmap().deviceIndependentSize().width(), 48); // it is not square
+    QFETCH(const int, label);
+    QFETCH(const QString, file);
+    const QPixmap picture = m_dialog->findChildren<QLabel *>().at(label)->pixmap();
+    const QSize side = QSize(48, 48) * qApp->devicePixelRatio();
+    QCOMPARE(picture.size(), side);
+    QCOMPARE(picture.deviceIndependentSize(), QSizeF(48, 48));
+
+    // The artwork as it is at this size, in the middle of nothing.
+    QImage expected(side, QImage::Format_ARGB32_Premultiplied);
+    expected.fill(Qt::transparent);
+    const QImage artwork = QIcon(file).pixmap(side, 1.0).toImage();
+    QCOMPARE(qMax(artwork.width(), artwork.height()), side.width());
+    QPainter(&expected).drawImage(
+        (side.width() - artwork.width()) / 2, (side.height() - artwork.height()) / 2, artwork);
+    expected.setDevicePixelRatio(qApp->devicePixelRatio());
+    QCOMPARE(picture.toImage().convertToFormat(expected.format()), expected);
 }
 
 void TestVsAboutDialog::namesTheLicences()

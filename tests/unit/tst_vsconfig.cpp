@@ -211,15 +211,9 @@ private Q_SLOTS:
     void negativeWidthIsStored();
     void constantDoesNotFollowTheSetting();
 
+    void isAValueForTheMetaTypes();
     void copyConstruction();
     void assignment();
-
-    void autoStartAtConstruction_data();
-    void autoStartAtConstruction();
-    void autoStartSetter_data();
-    void autoStartSetter();
-    void autoStartLinkIsDescribed();
-    void autoStartIsNotCopied();
 
     void geometry_data();
     void geometry();
@@ -422,6 +416,13 @@ void TestVsConfig::constantDoesNotFollowTheSetting()
     QCOMPARE(config.defaultDigitalClockForegroundOpacity(), 0.7);
 }
 
+void TestVsConfig::isAValueForTheMetaTypes()
+{
+    const auto type = QMetaType::fromType<VsConfig>();
+    QVERIFY(type.isDefaultConstructible());
+    QVERIFY(type.isCopyConstructible());
+}
+
 void TestVsConfig::copyConstruction()
 {
     QObject parent;
@@ -445,111 +446,6 @@ void TestVsConfig::assignment()
         QCOMPARE(other.property(name), otherThan(value));
     QCOMPARE(other.parent(), &parent);
     QCOMPARE(log.names(), QList<QByteArray>());
-}
-
-void TestVsConfig::autoStartAtConstruction_data()
-{
-    QTest::addColumn<FakeAutoStart::State>("state");
-    QTest::addColumn<bool>("expected");
-    QTest::addColumn<QStringList>("callsAfterTheSearch");
-    using State = FakeAutoStart::State;
-    QTest::newRow("no link") << State{} << false << QStringList{};
-    QTest::newRow("a link") << State{.found = true} << true << QStringList{};
-    QTest::newRow("a link through cmd is replaced")
-        << State{.found = true, .viaCmd = true} << true << QStringList{u"remove"_s, u"create"_s};
-    QTest::newRow("the replacement cannot be written")
-        << State{.found = true, .viaCmd = true, .canCreate = false} << false
-        << QStringList{u"remove"_s, u"create"_s};
-    QTest::newRow("the link through cmd cannot be removed")
-        << State{.found = true, .viaCmd = true, .canRemove = false} << false
-        << QStringList{u"remove"_s};
-}
-
-void TestVsConfig::autoStartAtConstruction()
-{
-    QFETCH(const FakeAutoStart::State, state);
-    QFETCH(const bool, expected);
-    QFETCH(const QStringList, callsAfterTheSearch);
-    FakeAutoStart::state() = state;
-    const VsConfig config;
-    QCOMPARE(config.autoStartAtSignIn(), expected);
-    QCOMPARE(FakeAutoStart::state().calls,
-        QStringList({u"find the target, the arguments, paths"_s,
-            u"find the target, the arguments, viaCmd"_s})
-            + callsAfterTheSearch);
-}
-
-void TestVsConfig::autoStartSetter_data()
-{
-    QTest::addColumn<bool>("from");
-    QTest::addColumn<bool>("to");
-    QTest::addColumn<bool>("works");
-    QTest::addColumn<QStringList>("calls");
-    QTest::addColumn<bool>("emits");
-    QTest::addColumn<bool>("expected");
-    const QStringList none;
-    const QStringList create{u"create"_s};
-    const QStringList remove{u"remove"_s};
-    QTest::newRow("stays off") << false << false << true << none << false << false;
-    QTest::newRow("stays on") << true << true << true << none << false << true;
-    QTest::newRow("on") << false << true << true << create << true << true;
-    QTest::newRow("on, but there is no start-up folder")
-        << false << true << false << create << true << false;
-    QTest::newRow("off") << true << false << true << remove << true << false;
-    QTest::newRow("off, but a link cannot be removed")
-        << true << false << false << remove << true << true;
-}
-
-void TestVsConfig::autoStartSetter()
-{
-    QFETCH(const bool, from);
-    QFETCH(const bool, to);
-    QFETCH(const bool, works);
-    QFETCH(const QStringList, calls);
-    QFETCH(const bool, emits);
-    QFETCH(const bool, expected);
-    FakeAutoStart::state() = {.found = from};
-    VsConfig config;
-    QCOMPARE(config.autoStartAtSignIn(), from);
-    FakeAutoStart::state() = {.canCreate = works, .canRemove = works};
-    const SignalLog log(&config);
-
-    config.setAutoStartAtSignIn(to);
-    QCOMPARE(FakeAutoStart::state().calls, calls);
-    QCOMPARE(config.autoStartAtSignIn(), expected);
-    QCOMPARE(log.names(), QList<QByteArray>(emits ? 1 : 0, "autoStartAtSignInChanged"));
-    if (emits)
-        QCOMPARE(log.emissions().constFirst().arguments, QVariantList{expected});
-}
-
-void TestVsConfig::autoStartLinkIsDescribed()
-{
-    VsConfig config;
-    config.setAutoStartAtSignIn(true);
-    QCOMPARE(FakeAutoStart::state().createdName, u"Vesper"_s);
-    const AutoStart::ShortcutSpec &spec = FakeAutoStart::state().createdSpec;
-    QCOMPARE(spec.description, u"Vesper - by Marrowby Inc."_s);
-    QCOMPARE(spec.targetPath, u"the target"_s);
-    QCOMPARE(spec.arguments, u"the arguments"_s);
-    QCOMPARE(spec.workingDirectory, u"the folder"_s);
-    QCOMPARE(spec.iconPath, u"the icon"_s);
-    QCOMPARE(spec.iconIndex, 3);
-    QCOMPARE(spec.showCommand, 7);
-}
-
-void TestVsConfig::autoStartIsNotCopied()
-{
-    VsConfig off;
-    FakeAutoStart::state() = {.found = true};
-    VsConfig on;
-    FakeAutoStart::state() = {};
-    const VsConfig copy(on);
-    QCOMPARE(copy.autoStartAtSignIn(), false);
-    off = on;
-    QCOMPARE(off.autoStartAtSignIn(), false);
-    on = copy;
-    QCOMPARE(on.autoStartAtSignIn(), true);
-    QCOMPARE(FakeAutoStart::state().calls, QStringList());
 }
 
 void TestVsConfig::geometry_data()

@@ -7,7 +7,6 @@
 #include <QtCore/qmetaobject.h>
 #include <QtTest/qtest.h>
 
-#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -70,10 +69,9 @@ void TestVsListModel::metaObject()
         QCOMPARE(meta.method(i).methodType(), QMetaMethod::Method);
         methods.append(meta.method(i).typeName() + (' ' + meta.method(i).methodSignature()));
     }
-    std::sort(methods.begin(), methods.end());
     QCOMPARE(methods,
         (QList<QByteArray>{
-            "int rowCount()", "int rowCount(QModelIndex)", "qsizetype getIndexNumber(QString)"}));
+            "int rowCount(QModelIndex)", "int rowCount()", "qsizetype getIndexNumber(QString)"}));
 }
 
 void TestVsListModel::roleNames()

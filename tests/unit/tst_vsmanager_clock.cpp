@@ -50,11 +50,14 @@ private Q_SLOTS:
     void nextSecondPublishesInOrder();
     void dateIsPublishedWhenItChanges();
     void markerIsPublishedWhenItChanges();
+    void twentyFourHoursLeaveTheMarkerAlone();
+    void immediateTimeTellsTheMarkerFirst();
     void stepOfTheClock_data();
     void stepOfTheClock();
     void reentrantTickDoesNothing();
     void changedSettingShowsAtTheNextTick();
     void immediateUpdates();
+    void buildsTextsForAnyTime();
     void restsWhileTheSessionIsLocked();
     void realTicksComeRightAfterTheSecond();
 
@@ -161,6 +164,29 @@ void TestVsManagerClock::markerIsPublishedWhenItChanges()
     QCOMPARE(m_manager->timeText(), u"00:00:00"_s);
 }
 
+void TestVsManagerClock::twentyFourHoursLeaveTheMarkerAlone()
+{
+    setPresent(QDateTime(QDate(2026, 11, 15), QTime(11, 59, 59)));
+    m_manager->start();
+    const SignalLog log(m_manager.get());
+    presentMs += 1000;
+    tick();
+    QCOMPARE(log.names(), anglesAndTime);
+    QCOMPARE(m_manager->timeText(), u"12:00:00"_s);
+    QCOMPARE(m_manager->amPmText(), u"AM"_s);
+}
+
+void TestVsManagerClock::immediateTimeTellsTheMarkerFirst()
+{
+    VsConfig::instance()->setTweleveHours(true);
+    setPresent(QDateTime(QDate(2026, 11, 15), QTime(13, 5, 9)));
+    const SignalLog log(m_manager.get());
+    m_manager->updateTimeTextImmediately();
+    QCOMPARE(log.names(), (QByteArrayList{"amPmTextChanged", "timeTextChanged"}));
+    QCOMPARE(log.emissions().at(0).arguments, QVariantList{u"PM"_s});
+    QCOMPARE(log.emissions().at(1).arguments, QVariantList{u"01:05:09"_s});
+}
+
 void TestVsManagerClock::stepOfTheClock_data()
 {
     QTest::addColumn<qint64>("stepMs");
@@ -215,6 +241,20 @@ void TestVsManagerClock::immediateUpdates()
             "timeTextChanged", "timeTextChanged", "dateTextChanged", "dateTextChanged"}));
     QCOMPARE(m_manager->timeText(), u"10:08:42"_s);
     QCOMPARE(m_manager->dateText(), u"2026年11月15日㈰"_s);
+}
+
+void TestVsManagerClock::buildsTextsForAnyTime()
+{
+    const SignalLog log(m_manager.get());
+    QCOMPARE(m_manager->makeTimeText(QTime(13, 5, 9)), u"13:05:09"_s);
+    QCOMPARE(m_manager->makeDateText(QDate(2019, 4, 30)), u"2019年4月30日㈫"_s);
+    QCOMPARE(log.names(), QByteArrayList());
+    VsConfig::instance()->setTweleveHours(true);
+    VsConfig::instance()->setUseEra(true);
+    QCOMPARE(m_manager->makeTimeText(QTime(13, 5, 9)), u"01:05:09"_s);
+    QCOMPARE(m_manager->makeDateText(QDate(2019, 4, 30)), u"平成31年4月30日㈫"_s);
+    QCOMPARE(log.names(), QByteArrayList{"amPmTextChanged"});
+    QCOMPARE(m_manager->timeText(), QString());
 }
 
 void TestVsManagerClock::restsWhileTheSessionIsLocked()

@@ -3,9 +3,11 @@
 
 // The manager's meta-object: documents and native code rely on its names, types and order.
 
-#include "manager/vsmanager.h"
+#include "confighome.h"
+#include "offscreenwarnings.h"
 
 #include "config/vsconfig.h"
+#include "manager/vsmanager.h"
 #include "theme/vstheme.h"
 
 #include <QtCore/qmetaobject.h>
@@ -21,7 +23,7 @@ class TestVsManagerInterface : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(); }
+    void init() { failOnRealWarning(); }
     void methods();
     void properties_data();
     void properties();
@@ -31,7 +33,11 @@ private Q_SLOTS:
     void textSetters();
     void publishesFourObjects();
     void publishesOncePerEngine();
+    void resizingFollowsTheSettingOnceThereIsAnEngine();
     void isMouseInnerImage();
+
+private:
+    ConfigHome m_home;
 };
 
 void TestVsManagerInterface::methods()
@@ -235,6 +241,25 @@ void TestVsManagerInterface::publishesOncePerEngine()
     engine.rootContext()->setContextProperty(u"manager"_s, QVariant());
     manager.setEngine(&engine);
     QVERIFY(!engine.rootContext()->contextProperty(u"manager"_s).isValid());
+}
+
+void TestVsManagerInterface::resizingFollowsTheSettingOnceThereIsAnEngine()
+{
+    auto *config = VsConfig::instance();
+    config->setResizeEnabled(false);
+    QWindow window;
+    window.resize(200, 200);
+    QQmlApplicationEngine engine;
+    VsManager manager;
+    manager.setMainWindow(&window);
+    config->setResizeEnabled(true);
+    QVERIFY(!window.mask().isEmpty());
+    config->setResizeEnabled(false);
+    manager.setEngine(&engine);
+    config->setResizeEnabled(true);
+    QVERIFY(window.mask().isEmpty());
+    config->setResizeEnabled(false);
+    QVERIFY(!window.mask().isEmpty());
 }
 
 void TestVsManagerInterface::isMouseInnerImage()

@@ -5,7 +5,9 @@
 
 #include "confighome.h"
 #include "offscreenwarnings.h"
+#include "openedaddresses.h"
 
+#include "config/maker.h"
 #include "config/vsconfig.h"
 #include "manager/applicationstyle.h"
 #include "manager/vsmanager.h"
@@ -90,6 +92,7 @@ private Q_SLOTS:
     void sameTextColourIsNoNews();
     void newTextColourIsTold();
     void switchInsideAClearingWaits();
+    void opensTheSiteOfTheMaker();
 
 private:
     QWindow &adopt();
@@ -389,6 +392,14 @@ void TestVsManagerMenu::switchInsideAClearingWaits()
     QCOMPARE(asker.asked, 1);
     QTRY_COMPARE(qApp->styleSheet(), sheet(ApplicationStyle::Dark));
     QCOMPARE(QApplication::palette().color(QPalette::Highlight), QColor(64, 64, 64));
+}
+
+void TestVsManagerMenu::opensTheSiteOfTheMaker()
+{
+    const OpenedAddresses opened;
+    m_manager->openDefaultWeb();
+    QVERIFY(opened.addresses.isEmpty()); // a millisecond later
+    QTRY_COMPARE(opened.addresses, QList<QUrl>{QUrl(Maker::webSite)});
 }
 
 QTEST_MAIN(TestVsManagerMenu)

@@ -12,6 +12,8 @@
 #include <QtCore/qelapsedtimer.h>
 #include <QtCore/qjsondocument.h>
 #include <QtCore/qjsonobject.h>
+#include <QtCore/qparallelanimationgroup.h>
+#include <QtCore/qpropertyanimation.h>
 #include <QtGui/qcursor.h>
 #include <QtGui/qscreen.h>
 #include <QtTest/qsignalspy.h>
@@ -46,6 +48,7 @@ private Q_SLOTS:
     void moveToCorner_data();
     void moveToCorner();
     void moveToCentreOfTheScreenUnderTheMouse();
+    void moveEasesInAndOut();
     void moveTakesTheMaskAwayAndPutsItBack();
     void moveSavesAtTheEnd();
     void moveAndReturn();
@@ -54,6 +57,7 @@ private Q_SLOTS:
     void dpiChange_data();
     void dpiChange();
     void dpiChangeWhileDragging();
+    void mouseReleaseLooksAtTheScreenAgain();
     void dpiChangeOfAnotherWindow();
     void delayedSaveComparesWithTheStoredGeometry();
     void burstIsSavedOnce();
@@ -180,6 +184,24 @@ void TestVsManagerPlacement::moveToCentreOfTheScreenUnderTheMouse()
     QCOMPARE(window.geometry().center(), window.screen()->geometry().center());
 }
 
+void TestVsManagerPlacement::moveEasesInAndOut()
+{
+    adopt(QRect(300, 300, 200, 200));
+    m_manager->moveToTopLeft();
+    const auto *const group = m_manager->findChild<QParallelAnimationGroup *>();
+    QVERIFY(group);
+    QCOMPARE(group->animationCount(), 2);
+    for (int i = 0; i < 2; ++i) {
+        const auto *const axis = qobject_cast<QPropertyAnimation *>(group->animationAt(i));
+        QCOMPARE(axis->targetObject(), m_window.get());
+        QCOMPARE(axis->propertyName(), i == 0 ? "x"_ba : "y"_ba);
+        QCOMPARE(axis->duration(), 450);
+        QCOMPARE(axis->easingCurve().type(), QEasingCurve::InOutCirc);
+        QCOMPARE(axis->startValue(), 300);
+        QCOMPARE(axis->endValue(), 0);
+    }
+}
+
 void TestVsManagerPlacement::moveTakesTheMaskAwayAndPutsItBack()
 {
     const QWindow &window = adopt(QRect(300, 300, 200, 200));
@@ -269,6 +291,17 @@ void TestVsManagerPlacement::dpiChangeWhileDragging()
     QTest::mouseRelease(&window, Qt::LeftButton);
     changeDpi(144);
     QCOMPARE(window.size(), QSize(300, 300));
+}
+
+void TestVsManagerPlacement::mouseReleaseLooksAtTheScreenAgain()
+{
+    QWindow &window = adopt(QRect(30, 40, 200, 200));
+    changeDpi(144);
+    changeDpi(144);
+    QCOMPARE(window.size(), QSize(300, 300)); // it is there already
+    QTest::mouseClick(&window, Qt::LeftButton); // and the screen has a scale of 1
+    changeDpi(144);
+    QCOMPARE(window.size(), QSize(450, 450));
 }
 
 void TestVsManagerPlacement::dpiChangeOfAnotherWindow()

@@ -4,11 +4,13 @@
 // The update check's schedule, its question, and the end of a check that hangs.
 
 #include "confighome.h"
+#include "firedtimers.h"
 #include "offscreenwarnings.h"
 #include "openedaddresses.h"
 
 #include "config/vsconfig.h"
 #include "manager/vsmanager.h"
+#include "platform/packageidentity.h"
 
 #include <QtCore/qelapsedtimer.h>
 #include <QtNetwork/qnetworkproxy.h>
@@ -27,6 +29,8 @@ using namespace std::chrono_literals;
 
 namespace
 {
+
+bool isPackaged = false;
 
 // Stands before the update service: counts the checks, and refuses them or keeps silent.
 class Gate : public QTcpServer
@@ -69,13 +73,18 @@ QList<QMessageBox *> boxes()
 
 } // namespace
 
+// In the place of the system's, which would tell of this program.
+bool hasPackageIdentity() { return isPackaged; }
+
+QString applicationUserModelId() { return {}; }
+
 class TestVsManagerUpdate : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup() { m_manager.reset(); }
+    void cleanup();
     void question_data();
     void question();
     void answers_data();
@@ -84,6 +93,7 @@ private Q_SLOTS:
     void checksNothingWhenToldSo();
     void boxesDoNotPileUp();
     void endsWhileACheckHangs();
+    void packagedProgramRestsAfterACheck();
 
 private:
     void receive(const QString &version, const QString &site = u"https://site.example/page"_s);
@@ -97,6 +107,12 @@ void TestVsManagerUpdate::init()
     failOnRealWarning();
     VsConfig::instance()->setAutoCheckUpdate(true);
     m_manager = std::make_unique<VsManager>();
+}
+
+void TestVsManagerUpdate::cleanup()
+{
+    m_manager.reset();
+    isPackaged = false;
 }
 
 // As the checker's signal does; ends when the question has been answered.
@@ -214,6 +230,19 @@ void TestVsManagerUpdate::endsWhileACheckHangs()
     sinceEnd.start();
     m_manager.reset();
     QCOMPARE_LT(sinceEnd.elapsed(), 1000);
+}
+
+// It has no checks of its own, but anybody may ask for one.
+void TestVsManagerUpdate::packagedProgramRestsAfterACheck()
+{
+    isPackaged = true;
+    m_manager.reset(); // there is one at a time
+    m_manager = std::make_unique<VsManager>();
+    const Gate gate(Gate::Refuses);
+    const FiredTimers timers;
+    m_manager->checkUpdate();
+    QTRY_COMPARE_GE_WITH_TIMEOUT(timers.count(1000), 2, 30'000); // the one that follows a check
+    QCOMPARE(gate.checks, 1);
 }
 
 QTEST_MAIN(TestVsManagerUpdate)

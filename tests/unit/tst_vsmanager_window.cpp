@@ -4,6 +4,7 @@
 // The adoption of the clock window and what becomes of its flags, mask and geometry.
 
 #include "confighome.h"
+#include "firedtimers.h"
 #include "offscreenwarnings.h"
 #include "signallog.h"
 
@@ -30,6 +31,8 @@ private Q_SLOTS:
     void storedGeometry();
     void storedPositionSaturates();
     void adoptionShowsAndAnnounces();
+    void looksAtTheDpiOnce();
+    void settingsAloneRaiseTheClock();
     void maskIsTheCircle();
     void resizingTakesTheMaskAway();
     void resizableWindowStartsWithoutMask();
@@ -140,6 +143,40 @@ void TestVsManagerWindow::adoptionShowsAndAnnounces()
     QCOMPARE(log.names(), (QByteArrayList{"mainWindowIdChanged", "mainWindowChanged"}));
     QCOMPARE(log.emissions().at(0).arguments.first().value<WId>(), window.winId());
     QCOMPARE(log.emissions().at(1).arguments.first().value<QWindow *>(), &window);
+}
+
+void TestVsManagerWindow::looksAtTheDpiOnce()
+{
+    const FiredTimers timers;
+    adopt();
+    QTRY_COMPARE(timers.count(1000), 1);
+    QVERIFY(!timers.last(1000)->isActive());
+}
+
+// Twice a second, whatever either of the two signals brings.
+void TestVsManagerWindow::settingsAloneRaiseTheClock()
+{
+    constexpr int intervalMs = 500;
+    const auto tellTimer = [this](bool enabled) {
+        QMetaObject::invokeMethod(m_manager.get(), "setTopmostTimerEnabled", enabled);
+    };
+    auto *config = VsConfig::instance();
+    config->setTopmost(true);
+    config->setRaisePriorityOfTopmost(true);
+    tellTimer(false);
+    const FiredTimers timers;
+    QTRY_COMPARE_GE(timers.count(intervalMs), 2);
+    const QTimer *const timer = timers.last(intervalMs);
+    config->setRaisePriorityOfTopmost(false);
+    QVERIFY(!timer->isActive());
+    tellTimer(true);
+    QVERIFY(!timer->isActive());
+    config->setRaisePriorityOfTopmost(true);
+    QVERIFY(timer->isActive());
+    config->setTopmost(false);
+    QVERIFY(!timer->isActive());
+    config->setRaisePriorityOfTopmost(false);
+    config->setTopmost(true);
 }
 
 void TestVsManagerWindow::maskIsTheCircle()

@@ -4,6 +4,7 @@
 #include "translatorprobe.h"
 
 #include "app/vstranslator.h"
+#include "config/languagename.h"
 
 #include <QtCore/qlocale.h>
 
@@ -17,8 +18,6 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(); }
 
     void hasNoMetaObjectOfItsOwn();
-    void languageOfLocaleName_data();
-    void languageOfLocaleName();
     void systemLanguageIsThatOfTheSystemsLocale();
     void loadLanguage_data();
     void loadLanguage();
@@ -28,27 +27,6 @@ void TestVsTranslator::hasNoMetaObjectOfItsOwn()
 {
     const VsTranslator translator(qApp);
     QCOMPARE(translator.metaObject(), &QObject::staticMetaObject);
-}
-
-void TestVsTranslator::languageOfLocaleName_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("Japanese") << u"ja_JP"_s << u"ja"_s;
-    QTest::newRow("German") << u"de_DE"_s << u"de"_s;
-    QTest::newRow("three letters") << u"fil_PH"_s << u"fil"_s;
-    QTest::newRow("cut at the last underscore") << u"zh_Hant_TW"_s << u"zh_Hant"_s;
-    QTest::newRow("no underscore") << u"C"_s << QString();
-    QTest::newRow("another separator") << u"ja-JP"_s << QString();
-    QTest::newRow("underscore first") << u"_JP"_s << QString();
-    QTest::newRow("empty") << QString() << QString();
-}
-
-void TestVsTranslator::languageOfLocaleName()
-{
-    QFETCH(const QString, name);
-    QFETCH(const QString, expected);
-    QCOMPARE(::languageOfLocaleName(name), expected);
 }
 
 void TestVsTranslator::systemLanguageIsThatOfTheSystemsLocale()

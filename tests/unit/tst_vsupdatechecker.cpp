@@ -3,10 +3,12 @@
 
 #include "cannedanswer.h"
 
+#include "config/maker.h"
 #include "update/vsupdatechecker.h"
 
 #include <QtCore/qmetaobject.h>
 #include <QtCore/qregularexpression.h>
+#include <QtNetwork/qnetworkaccessmanager.h>
 #include <QtTest/qsignalspy.h>
 #include <QtTest/qtest.h>
 
@@ -42,7 +44,9 @@ class TestVsUpdateChecker : public QObject
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(); }
+    void infoIsKnownByItsName();
     void interfaceStandsInOrder();
+    void asksOneQuestion();
     void defaultInfoIsEmpty();
     void newsOfAnAnswer_data();
     void newsOfAnAnswer();
@@ -54,16 +58,40 @@ private Q_SLOTS:
     void infoTravelsInAQueue();
 };
 
+// The first of all: whoever connects to the checker's signal makes it known as well.
+void TestVsUpdateChecker::infoIsKnownByItsName()
+{
+    const VsUpdateChecker checker;
+    QCOMPARE(QMetaType::fromName("VsUpdateChecker::VersionInfo"),
+        QMetaType::fromType<VsUpdateChecker::VersionInfo>());
+}
+
 void TestVsUpdateChecker::interfaceStandsInOrder()
 {
     const QMetaObject &type = VsUpdateChecker::staticMetaObject;
     QByteArrayList methods;
-    for (int i = type.methodOffset(); i < type.methodCount(); ++i)
-        methods += type.method(i).methodSignature();
+    for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+        const QMetaMethod method = type.method(i);
+        methods += (method.methodType() == QMetaMethod::Signal ? "signal " : "slot ")
+            + method.methodSignature() + ": " + method.parameterNames().join(' ');
+    }
     QCOMPARE(methods,
-        (QByteArrayList{"errorOccured(QString)",
-            "versionInfoRecieved(VsUpdateChecker::VersionInfo)", "finished()",
-            "onManagerFinished(QNetworkReply*)"}));
+        (QByteArrayList{"signal errorOccured(QString): errorString",
+            "signal versionInfoRecieved(VsUpdateChecker::VersionInfo): info",
+            "signal finished(): ", "slot onManagerFinished(QNetworkReply*): reply"}));
+}
+
+void TestVsUpdateChecker::asksOneQuestion()
+{
+    VsUpdateChecker checker;
+    checker.checkForUpdate();
+    const auto questions = checker.findChildren<QNetworkReply *>(); // none has left yet
+    QCOMPARE(questions.size(), 1);
+    QCOMPARE(questions.first()->operation(), QNetworkAccessManager::GetOperation);
+    QCOMPARE(questions.first()->url().toString(QUrl::FullyEncoded),
+        u"https://"_s + Maker::updateHost
+            + u"/software/download/getlastinfo/?name=Vesper&platform=win&arch=x64"_s);
+    QVERIFY(questions.first()->request().rawHeaderList().isEmpty());
 }
 
 void TestVsUpdateChecker::defaultInfoIsEmpty()

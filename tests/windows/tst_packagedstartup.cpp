@@ -41,6 +41,7 @@ class TestPackagedStartup : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
+    void describesTheShellThatStartsIt();
     void startsByPowerShell();
     void startsByCmd();
     void replacesCmd();
@@ -92,6 +93,19 @@ void TestPackagedStartup::cleanup()
     powerShellKey().remove(u"Path"_s);
     for (const QString &name : folder().entryList({u"*.lnk"_s}))
         QVERIFY(folder().remove(name));
+}
+
+void TestPackagedStartup::describesTheShellThatStartsIt()
+{
+    const AutoStart::ShortcutSpec described = AutoStart::buildAutoStartSpec();
+    QVERIFY(described.targetPath.endsWith(u"\\cmd.exe"_s));
+    QCOMPARE(described.workingDirectory, QCoreApplication::applicationDirPath());
+    QCOMPARE(described.iconPath, QCoreApplication::applicationFilePath());
+    QCOMPARE(described.iconIndex, 0);
+    QCOMPARE(described.showCommand, 7);
+    QCOMPARE(described.description, QString());
+    QCOMPARE(described.linkPath, QString());
+    QVERIFY(!described.viaAppsFolder);
 }
 
 void TestPackagedStartup::startsByPowerShell()

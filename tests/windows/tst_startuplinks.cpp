@@ -25,9 +25,11 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void comesWithoutPackage();
+    void describesThisProgram();
     void writesAndReadsALink();
     void isReadByAnotherReader();
     void createsFindsAndRemoves();
+    void neverGoesIntoTheAppsFolder();
     void takesTheNextFreeName();
     void endsAtTheLastName();
     void brokenLinkTakesAName();
@@ -127,6 +129,21 @@ void TestStartupLinks::comesWithoutPackage()
     QVERIFY(applicationUserModelId().isEmpty());
 }
 
+void TestStartupLinks::describesThisProgram()
+{
+    const AutoStart::ShortcutSpec described = AutoStart::buildAutoStartSpec();
+    const QString program = QCoreApplication::applicationFilePath();
+    QCOMPARE(described.targetPath, QDir::toNativeSeparators(program));
+    QCOMPARE(described.arguments, QString());
+    QCOMPARE(described.workingDirectory, QCoreApplication::applicationDirPath());
+    QCOMPARE(described.iconPath, program);
+    QCOMPARE(described.iconIndex, 0);
+    QCOMPARE(described.showCommand, 1);
+    QCOMPARE(described.description, QString());
+    QCOMPARE(described.linkPath, QString());
+    QVERIFY(!described.viaAppsFolder);
+}
+
 // Where the format of shell links has it.
 int TestStartupLinks::showCommandIn(const QString &path)
 {
@@ -186,6 +203,18 @@ void TestStartupLinks::createsFindsAndRemoves()
     QVERIFY(AutoStart::removeAutoStartLinks());
     QVERIFY(!isFound());
     QVERIFY(AutoStart::removeAutoStartLinks()); // nothing to remove
+}
+
+void TestStartupLinks::neverGoesIntoTheAppsFolder()
+{
+    AutoStart::ShortcutSpec item = spec();
+    item.viaAppsFolder = true;
+    item.appUserModelId = u"Marrowby.Vesper_abc!App"_s;
+    QVERIFY(AutoStart::createAutoStartLink(u"Vesper"_s, item));
+    AutoStart::ShortcutSpec read;
+    read.linkPath = folder().filePath(u"Vesper.lnk"_s);
+    QVERIFY(ComManager().readShortcut(read));
+    QCOMPARE(read.targetPath, item.targetPath);
 }
 
 void TestStartupLinks::takesTheNextFreeName()

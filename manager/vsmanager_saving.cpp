@@ -1,23 +1,14 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// Saving, About and the maker's web site.
+// Saving: at once, and after a while of rest if the clock was moved.
 
 #include "manager/vsmanager.h"
 
-#include "config/maker.h"
 #include "config/saturate.h"
 #include "config/vsconfig.h"
-#include "dialogs/vsaboutdialog.h"
-#include "manager/windowstyle.h"
 
-#include <QtCore/qurl.h>
-#include <QtGui/qdesktopservices.h>
-
-#include <chrono>
 #include <cmath>
-
-using namespace std::chrono_literals;
 
 void VsManager::saveConfig()
 {
@@ -48,26 +39,4 @@ void VsManager::saveIfMoved()
     if (m_config->position() != m_pendingPosition.toPointF()
         || m_config->size() != m_pendingSize.toSizeF())
         m_config->save();
-}
-
-void VsManager::showAboutVesper()
-{
-    auto *const dialog = new VsAboutDialog(
-        nullptr, Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setModal(true);
-    connect(
-        this, &VsManager::paletteTextColorChanged, dialog, &VsAboutDialog::onPaletteTextChanged);
-    if (m_mainWindow) {
-        dialog->setOwnerWindow(m_mainWindow->winId());
-        // A dialog that is not topmost would come up behind a clock that is.
-        dialog->setWindowFlag(
-            Qt::WindowStaysOnTopHint, WindowStyle::isWindowTopmost(m_mainWindow->winId()));
-    }
-    dialog->show();
-}
-
-void VsManager::openDefaultWeb()
-{
-    QTimer::singleShot(1ms, this, [] { QDesktopServices::openUrl(QUrl(Maker::webSite)); });
 }
