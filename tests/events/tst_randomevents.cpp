@@ -104,6 +104,7 @@ private:
     QPoint pointOnClock();
     QPoint pointElsewhere();
     bool canStandAt(QRect place) const;
+    QByteArray complaints() const;
 
     // Parts of what happens in the menu.
     void openMenu();
@@ -172,7 +173,7 @@ void TestRandomEvents::isWhatTheEventsHaveMadeOfIt()
         if (!QTest::currentTestFailed())
             look();
     }
-    QCOMPARE(m_clock->output(), QByteArray());
+    QCOMPARE(complaints(), QByteArray());
 }
 
 void TestRandomEvents::cleanup()
@@ -237,11 +238,20 @@ QPoint TestRandomEvents::pointElsewhere()
     return point;
 }
 
-// Where a hand still reaches it.
+// Where a hand still reaches it. What grows beyond the screen's edge is moved back by some window
+// managers.
 bool TestRandomEvents::canStandAt(QRect place) const
 {
+    if (place.width() > m_place.width() && !screen().contains(place))
+        return false;
     return place.width() <= largestSide
         && screen().adjusted(edgePx, edgePx, -edgePx, -edgePx).contains(place.center());
+}
+
+// What the program has written, but for what it says each time that its settings are closed.
+QByteArray TestRandomEvents::complaints() const
+{
+    return m_clock->output().replace("Settings Window Destroyed\n", "");
 }
 
 void TestRandomEvents::drag()
@@ -290,7 +300,7 @@ void TestRandomEvents::turnWheel()
     for (int i = 0; i < std::abs(notches); ++i) {
         const int half = notchPx / 2 * (notches > 0 ? 1 : -1);
         const QRect after = m_place.adjusted(-half, -half, half, half);
-        if (after.width() > largestSide)
+        if (!canStandAt(after))
             break;
         Hands::turnWheel(notches > 0 ? 1 : -1);
         if (after.width() <= smallestSide)
@@ -502,7 +512,7 @@ void TestRandomEvents::closeDialog(bool byKey)
 void TestRandomEvents::quitAndStart()
 {
     QCOMPARE(m_clock->waitForExit(), 0);
-    QCOMPARE(m_clock->output(), QByteArray());
+    QCOMPARE(complaints(), QByteArray());
     readSettings();
     m_checks.taskbar = false;
     QVERIFY(m_clock->start());
