@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QtCore/qbytearray.h>
+#include <QtCore/qdatetime.h>
 #include <QtCore/qjsonobject.h>
 #include <QtCore/qlist.h>
 #include <QtCore/qpoint.h>
@@ -34,6 +35,8 @@ public:
     QByteArray output();
     /// The settings file as it stands; empty without one.
     QJsonObject settings() const;
+    /// When that was written.
+    QDateTime settingsTime() const;
 
     /// Whether the clock is on the screen and not minimised.
     bool isSeen() const;

@@ -6,10 +6,13 @@
 #include "tests/desktop/runningclock.h"
 #include "tests/desktop/xinput.h"
 
+#include <QtCore/qfileinfo.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qpixmap.h>
 #include <QtGui/qscreen.h>
 #include <QtTest/qtestsystem.h>
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -90,6 +93,11 @@ bool DrivenClock::isRunning() const { return m_program->clock->isRunning(); }
 QByteArray DrivenClock::output() { return m_program->clock->output(); }
 
 QJsonObject DrivenClock::settings() const { return m_program->home.settings(); }
+
+QDateTime DrivenClock::settingsTime() const
+{
+    return QFileInfo(m_program->home.settingsFolder() + u"/config.json"_s).lastModified();
+}
 
 bool DrivenClock::isSeen() const { return m_program->window().isMapped(); }
 

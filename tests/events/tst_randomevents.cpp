@@ -61,6 +61,10 @@ QPoint clampedTo(QRect rectangle, QPoint point)
         std::clamp(point.y(), rectangle.top(), rectangle.bottom())};
 }
 
+// Where it belongs on the taskbar or comes from it, the clock leaves the screen for a moment and
+// comes back; the hand takes longer to come back to it.
+void giveTimeForTheTaskbar() { QTest::qWait(500); }
+
 QString textOf(const QList<QPoint> &points)
 {
     QStringList texts;
@@ -120,6 +124,7 @@ private:
     QStringList m_events;
     QRect m_place;
     Checks m_checks;
+    QDateTime m_settingsTime; // before the latest choice in the menu
     bool m_firstRowActive = false; // in a menu that was opened by a key
 };
 
@@ -414,6 +419,7 @@ void TestRandomEvents::choose(Row row)
 {
     const int index = row - (row > Minimize && !m_checks.taskbar ? 1 : 0);
     const bool byKeys = m_dice->oneIn(2);
+    m_settingsTime = m_clock->settingsTime();
     note(u"row %1 %2"_s.arg(index).arg(byKeys ? u"by keys"_s : u"by mouse"_s));
     if (byKeys) {
         for (int i = m_firstRowActive ? 1 : 0; i <= index; ++i)
@@ -454,6 +460,7 @@ void TestRandomEvents::chooseInMenu()
         break;
     case ShowOnTaskbar:
         m_checks.taskbar = !m_checks.taskbar;
+        giveTimeForTheTaskbar();
         break;
     case MoveTo:
         chooseInMoveMenu();
@@ -522,6 +529,8 @@ void TestRandomEvents::quitAndStart()
 void TestRandomEvents::readSettings()
 {
     const auto isSaved = [this] {
+        if (m_clock->settingsTime() == m_settingsTime)
+            return false;
         const QJsonObject saved = m_clock->settings();
         const QJsonObject geometry = saved[u"Geometry"_s].toObject();
         return saved[u"ResizeEnabled"_s] == m_checks.resize && saved[u"Fixed"_s] == m_checks.fixed
@@ -562,6 +571,7 @@ void TestRandomEvents::minimizeAndRestore()
     if (!m_checks.taskbar) {
         choose(ShowOnTaskbar);
         m_checks.taskbar = true;
+        giveTimeForTheTaskbar();
         return;
     }
     choose(Minimize);
@@ -570,6 +580,8 @@ void TestRandomEvents::minimizeAndRestore()
         clickElsewhere();
     note(u"restore"_s);
     m_clock->restore();
+    QTRY_VERIFY(m_clock->isSeen());
+    giveTimeForTheTaskbar();
 }
 
 QTEST_MAIN(TestRandomEvents)
