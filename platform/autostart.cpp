@@ -9,18 +9,20 @@
 #include <QtCore/qfile.h>
 #include <QtCore/qfileinfo.h>
 
-#include <algorithm>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-// Links whose target is gone count as well, which do not exist for QFile::exists().
+// By what lies there, a link or not, and not by what it leads to: that may be gone. (QFileInfo also
+// looks through shell links, and has the shell read even a damaged one.)
 bool isTaken(const QString &path)
 {
-    const QFileInfo file(path);
-    return file.exists() || file.isSymbolicLink() || file.isShortcut();
+    std::error_code error; // then there is nothing that could be seen
+    return std::filesystem::exists(
+        std::filesystem::symlink_status(QFileInfo(path).filesystemFilePath(), error));
 }
 
 // "Name", "Name_1" to "Name_998"; the next name ends the search untested: meant so.

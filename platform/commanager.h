@@ -21,6 +21,6 @@ public:
 
     /// Fills \a spec from the file at spec.linkPath: of a link into the apps folder
     /// (spec.viaAppsFolder) the ID and the comment, of any other all but these. False when that
-    /// fails.
+    /// fails, or the file is damaged.
     [[nodiscard]] bool readShortcut(AutoStart::ShortcutSpec &spec) const;
 };

@@ -3,7 +3,10 @@
 
 #include "platform/commanager.h"
 
+#include "platform/shelllink.h"
+
 #include <QtCore/qdir.h>
+#include <QtCore/qfile.h>
 
 #include <memory>
 #include <vector>
@@ -22,6 +25,7 @@ namespace
 {
 
 constexpr int longestText = 32767; // characters of a path at most
+constexpr qint64 largestLink = 1 << 20; // all texts at their longest come to less
 
 class ComApartment
 {
@@ -136,6 +140,14 @@ bool readProgram(const ComPtr<IShellLinkW> &link, AutoStart::ShortcutSpec &spec)
     return isRead;
 }
 
+// The shell's own reader trusts a file's sizes and offsets: Wine's crashes on some that are wrong.
+bool holdsWholeLink(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.size() <= largestLink
+        && isWholeShellLink(file.readAll());
+}
+
 } // namespace
 
 bool ComManager::createShortcut(const AutoStart::ShortcutSpec &spec) const
@@ -151,6 +163,8 @@ bool ComManager::createShortcut(const AutoStart::ShortcutSpec &spec) const
 
 bool ComManager::readShortcut(AutoStart::ShortcutSpec &spec) const
 {
+    if (!holdsWholeLink(spec.linkPath))
+        return false;
     const ComApartment apartment;
     const ComPtr<IShellLinkW> link = newShellLink();
     const ComPtr<IPersistFile> file = link ? fileOf(link) : nullptr;

@@ -13,6 +13,7 @@
 #include <QtCore/qdir.h>
 #include <QtCore/qfileinfo.h>
 
+#include <filesystem>
 #include <vector>
 
 #include <windows.h>
@@ -51,6 +52,21 @@ QString powerShellPath()
     return result == ERROR_SUCCESS ? QString::fromWCharArray(buffer.data()) : QString();
 }
 
+// Not listed by Qt, which has the shell read each link on the way, also a damaged one.
+QStringList linksIn(const QDir &folder)
+{
+    QStringList paths;
+    std::error_code error;
+    const std::filesystem::directory_iterator end;
+    for (std::filesystem::directory_iterator entry(folder.filesystemPath(), error); entry != end;
+        entry.increment(error)) {
+        const QString name = QString::fromStdU16String(entry->path().filename().u16string());
+        if (name.endsWith(StartupEntries::suffix(), Qt::CaseInsensitive))
+            paths += folder.absoluteFilePath(name);
+    }
+    return paths;
+}
+
 } // namespace
 
 AutoStart::ShortcutSpec AutoStart::buildAutoStartSpec()
@@ -77,12 +93,12 @@ QList<StartupEntries::Entry> StartupEntries::own(const QString &expectedArgument
         return entries;
     const ComManager com;
     const QString id = applicationUserModelId();
-    const QFileInfoList files = QDir(folder()).entryInfoList(
-        {u"*.lnk"_s}, QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QFileInfo &file : files) {
+    for (const QString &path : linksIn(QDir(folder()))) {
         AutoStart::ShortcutSpec link;
-        link.linkPath = file.absoluteFilePath();
+        link.linkPath = path;
         if (!com.readShortcut(link) || !ShortcutRules::isOwn(link, expectedArguments, id))
+            continue;
+        if (!QFileInfo(path).isFile()) // it leads to a folder or nowhere
             continue;
         entries += {.path = link.linkPath,
             .viaCmd = !id.isEmpty() && link.targetPath.contains("cmd"_L1, Qt::CaseInsensitive)};

@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtCore/qbytearray.h>
+#include <QtCore/qdatetime.h>
+#include <QtCore/qjsonobject.h>
+#include <QtCore/qlist.h>
+#include <QtCore/qpoint.h>
+#include <QtCore/qrect.h>
+#include <QtGui/qimage.h>
+
+#include <memory>
+#include <optional>
+
+/// The built program as a person at the screen has it: what can be seen of it, and what a taskbar
+/// or a title bar may ask of it. Every system has its own file for this and the input below.
+class DrivenClock
+{
+public:
+    /// Writes \a settings into a home that goes with this object. Nothing is started.
+    explicit DrivenClock(const QJsonObject &settings);
+    Q_DISABLE_COPY_MOVE(DrivenClock)
+    ~DrivenClock();
+
+    /// Starts the program, and waits until the clock is seen and its menu has its style. False if
+    /// that never happens.
+    [[nodiscard]] bool start();
+    /// Waits until the program ends by itself and returns its exit code; none if it goes on or
+    /// crashes.
+    [[nodiscard]] std::optional<int> waitForExit();
+    bool isRunning() const;
+    /// What the program has written on its standard output and its error output.
+    QByteArray output();
+    /// The settings file as it stands; empty without one.
+    QJsonObject settings() const;
+    /// When that was written.
+    QDateTime settingsTime() const;
+
+    /// Whether the clock is on the screen and not minimised.
+    bool isSeen() const;
+    /// In pixels of the screen.
+    QRect geometry() const;
+    /// Whether its corners are cut off.
+    bool isMasked() const;
+    bool isTopmost() const;
+    /// Whether it has an entry on the taskbar.
+    bool isOnTaskbar() const;
+    bool hasKeyboard() const;
+    /// What a click on the entry of a minimised clock does.
+    void restore() const;
+
+    /// The open menus, the oldest first, in pixels of the screen.
+    QList<QRect> menus() const;
+    /// The menu that was opened last, as the program has painted it.
+    QImage menuPicture() const;
+
+    /// How many windows of the program are seen beside the clock and its menus.
+    int dialogs() const;
+    /// Whether one of them has the keyboard.
+    bool dialogHasKeyboard() const;
+    /// As the button of a title bar does.
+    void closeDialogs() const;
+
+private:
+    struct Program;
+    std::unique_ptr<Program> m_program;
+};
+
+/// Mouse and keyboard. Each call returns when the system has taken the input.
+namespace Hands
+{
+
+enum class Button { Left, Right };
+enum class Key { Return, Escape, Left, Right, Up, Down, Tab, Space, M, F5, Menu, Control };
+
+/// In pixels of the screen.
+void moveTo(QPoint point);
+void press(Button button = Button::Left);
+void release(Button button = Button::Left);
+void click(QPoint point, Button button = Button::Left);
+/// Positive away from the user, which is up.
+void turnWheel(int notches);
+/// Presses and releases a key.
+void type(Key key);
+void hold(Key key);
+void letGo(Key key);
+
+} // namespace Hands
