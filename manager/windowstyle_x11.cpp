@@ -13,6 +13,7 @@
 #include <array>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include <xcb/shape.h>
@@ -145,6 +146,14 @@ void setDesktop(WId window, uint32_t desktop)
     xcb_flush(ewmh->connection);
 }
 
+// None of a window that is not there.
+std::optional<uint8_t> mapStateOf(xcb_connection_t *xcb, xcb_window_t window)
+{
+    const Owned<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, window), nullptr));
+    return reply ? std::optional(reply->map_state) : std::nullopt;
+}
+
 // Tells Qt once more where the window is. Qt asks the server each time that it moves the window,
 // and may get its answer while the window is in its new frame already and the frame not yet in its
 // place; not every window manager tells of the place later. The event is one that those do send.
@@ -258,7 +267,7 @@ public:
             prepareForShow();
             apply();
             m_dueWhenSeen = true;
-        } else if (event->type() == QEvent::Expose && m_dueWhenSeen && m_window->isExposed()) {
+        } else if (event->type() == QEvent::Expose && m_dueWhenSeen && isSeen()) {
             m_dueWhenSeen = false;
             apply();
             announcePlace(m_window->winId());
@@ -272,6 +281,17 @@ private:
         return event->type() == QEvent::PlatformSurface
             && static_cast<const QPlatformSurfaceEvent *>(event)->surfaceEventType()
             == QPlatformSurfaceEvent::SurfaceCreated;
+    }
+
+    // An exposure may be one of an earlier show. While the window is not on the screen again, the
+    // window manager may have put it into a frame that has no place yet.
+    bool isSeen() const
+    {
+        auto *xcb = connection();
+        return m_window->isExposed()
+            && (!xcb
+                || mapStateOf(xcb, static_cast<xcb_window_t>(m_window->winId()))
+                    == XCB_MAP_STATE_VIEWABLE);
     }
 
     void prepareForShow() const
@@ -411,12 +431,7 @@ void showWindow([[maybe_unused]] WId window)
 bool isLost(WId window)
 {
     auto *xcb = connection();
-    if (!xcb)
-        return false;
-    const auto xWindow = static_cast<xcb_window_t>(window);
-    const Owned<xcb_get_window_attributes_reply_t> reply(
-        xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, xWindow), nullptr));
-    return reply && reply->map_state == XCB_MAP_STATE_UNMAPPED;
+    return xcb && mapStateOf(xcb, static_cast<xcb_window_t>(window)) == XCB_MAP_STATE_UNMAPPED;
 }
 
 void reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply)

@@ -91,6 +91,7 @@ private:
     void happen();
     void note(const QString &event);
     void look();
+    QString difference() const;
 
     // What happens. Each leaves in m_place and m_checks what has to become of the clock.
     void drag();
@@ -215,16 +216,34 @@ void TestRandomEvents::note(const QString &event)
 
 void TestRandomEvents::look()
 {
-    QVERIFY(m_clock->isRunning());
-    QTRY_VERIFY(m_clock->isSeen());
-    QTRY_COMPARE(m_clock->geometry(), m_place);
-    QCOMPARE(m_place.width(), m_place.height());
-    QCOMPARE_GE(m_place.width(), smallestSide);
-    QTRY_COMPARE(m_clock->isMasked(), !m_checks.resize);
-    QTRY_COMPARE(m_clock->isTopmost(), m_checks.topmost);
-    QTRY_COMPARE(m_clock->isOnTaskbar(), m_checks.taskbar);
-    QVERIFY(m_clock->menus().isEmpty());
-    QCOMPARE(m_clock->dialogs(), 0);
+    QString what;
+    (void)QTest::qWaitFor([&] {
+        what = difference();
+        return what.isEmpty();
+    });
+    QVERIFY2(what.isEmpty(), qPrintable(what));
+}
+
+// What is not as the events have made it; nothing where all is.
+QString TestRandomEvents::difference() const
+{
+    if (!m_clock->isRunning())
+        return u"has ended"_s;
+    if (!m_clock->isSeen())
+        return u"is not seen"_s;
+    if (const QRect place = m_clock->geometry(); place != m_place)
+        return QDebug::toString(place) + u" and not "_s + QDebug::toString(m_place);
+    if (m_place.width() != m_place.height() || m_place.width() < smallestSide)
+        return u"is no square of a size it may have: "_s + QDebug::toString(m_place);
+    if (m_clock->isMasked() == m_checks.resize)
+        return u"its mask is wrong"_s;
+    if (m_clock->isTopmost() != m_checks.topmost)
+        return u"topmost or not is wrong"_s;
+    if (m_clock->isOnTaskbar() != m_checks.taskbar)
+        return u"on the taskbar or not is wrong"_s;
+    if (!m_clock->menus().isEmpty() || m_clock->dialogs() > 0)
+        return u"another window is open"_s;
+    return {};
 }
 
 // Away from the corners, on the part of the clock that is on the screen.
