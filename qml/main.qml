@@ -61,14 +61,15 @@ Window {
         return side >= rootWindow.limitMin && side <= rootWindow.limitMax;
     }
 
-    function resize(newSize: size) {
+    // What others call by its name has no types: C++ passes and gets a QVariant. So has getAixis().
+    function resize(size) {
         if (!rootWindow.mgr)
             return;
-        rootWindow.setSide(newSize.width); // the width counts, whatever the height
+        rootWindow.setSide(size.width); // the width counts, whatever the height
         rootWindow.updateMask();
     }
 
-    function autoResize(dpi: real) {
+    function autoResize(dpi) {
         if (!rootWindow.mgr)
             return;
         const ratio = dpi / 96.0;
@@ -480,7 +481,7 @@ Window {
             multiPointTouchArea.windowStartRect = Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height);
         }
 
-        function getAixis(): int {
+        function getAixis() {
             return parseInt(Math.sqrt(Math.pow(point2.x - point1.x, 2) + Math.pow(point2.y - point1.y, 2)));
         }
 

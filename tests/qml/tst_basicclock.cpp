@@ -391,11 +391,11 @@ void tst_BasicClock::clockImageTurnsAboutItsCentre()
     QCOMPARE(image->property("source").toUrl(), QUrl());
     QCOMPARE(image->property("angleValue").toReal(), 0.0);
     imageItem->setSize({200, 200});
-    QVERIFY(QMetaObject::invokeMethod(imageItem, "setAngle", 90.0));
+    QVERIFY(QMetaObject::invokeMethod(imageItem, "setAngle", QVariant(90.0)));
     // Clockwise: three o'clock goes to six.
     QCOMPARE(imageItem->mapToItem(nullptr, QPointF(200, 100)), QPointF(100, 200));
     QCOMPARE(imageItem->mapToItem(nullptr, QPointF(100, 100)), QPointF(100, 100));
-    QVERIFY(QMetaObject::invokeMethod(imageItem, "setVisible", false));
+    QVERIFY(QMetaObject::invokeMethod(imageItem, "setVisible", QVariant(false)));
     QVERIFY(!imageItem->isVisible());
 }
 

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void worksWithoutObjects();
     void holdsTheFace();
     void everyFrameHasAllPictures();
+    void scriptFunctionsTakeAnyValue();
     void resizeTakesTheWidth();
     void autoResizeFollowsTheDpi_data();
     void autoResizeFollowsTheDpi();
@@ -111,8 +112,8 @@ void tst_MainWindow::worksWithoutObjects()
     for (const auto *function :
         {"saveConfig", "lazySaveConfig", "updateMask", "clearMask", "correctAspectRatio"})
         QVERIFY(QMetaObject::invokeMethod(root(), function));
-    QVERIFY(QMetaObject::invokeMethod(root(), "resize", QSizeF(100, 100)));
-    QVERIFY(QMetaObject::invokeMethod(root(), "autoResize", 144.0));
+    QVERIFY(QMetaObject::invokeMethod(root(), "resize", QVariant(QSizeF(100, 100))));
+    QVERIFY(QMetaObject::invokeMethod(root(), "autoResize", QVariant(144.0)));
     QCOMPARE(m_window->size(), QSize(300, 200));
 }
 
@@ -171,6 +172,25 @@ QQuickItem *tst_MainWindow::face() const
     if (source != QUrl(u"qrc:/qt/qml/vesper/qml/BasicClock.qml"_s))
         return nullptr;
     return (*loader)->property("item").value<QQuickItem *>();
+}
+
+// A size of whole pixels or not, a number of any type.
+void tst_MainWindow::scriptFunctionsTakeAnyValue()
+{
+    for (const QVariant &size : {QVariant(QSize(200, 500)), QVariant(QSizeF(200, 500))}) {
+        m_window->resize(320, 320);
+        QVERIFY(QMetaObject::invokeMethod(root(), "resize", size));
+        QCOMPARE(m_window->size(), QSize(200, 200));
+    }
+    for (const QVariant &dpi : {QVariant(144), QVariant(144.0)}) {
+        m_window->resize(320, 320);
+        QVERIFY(QMetaObject::invokeMethod(root(), "autoResize", dpi));
+        QCOMPARE(m_window->size(), QSize(480, 480));
+    }
+    QVariant distance;
+    QObject *touch = byId(root(), u"multiPointTouchArea"_s);
+    QVERIFY(QMetaObject::invokeMethod(touch, "getAixis", qReturnArg(distance)));
+    QCOMPARE(distance, QVariant(0));
 }
 
 void tst_MainWindow::resizeTakesTheWidth()
