@@ -129,7 +129,7 @@ Window {
     component Grip: Image {
         id: grip
 
-        property var img: null // what of it is opaque; nothing while it is hidden
+        property var img: null // what of it is opaque; nothing until it has been seen
         property real imgRatio: 1 // a picture is taken in the pixels of the screen
 
         // A hidden item gives no picture, so it is taken when both the window and the grip are shown.
@@ -138,7 +138,7 @@ Window {
                 return;
             grip.grabToImage(result => {
                 grip.imgRatio = Screen.devicePixelRatio;
-                grip.img = grip.visible ? result.image : null;
+                grip.img = result.image;
             });
         }
 
@@ -153,10 +153,7 @@ Window {
         source: itemRoot.source
         opacity: 0.8
 
-        onVisibleChanged: {
-            grip.img = null;
-            grip.grab();
-        }
+        onVisibleChanged: grip.grab()
     }
 
     // A corner that makes the clock larger when it is pulled outward; the opposite one stays.
