@@ -67,13 +67,16 @@ Window {
         property alias maximumValue: slider.maximumValue
         property alias slider: slider
 
+        function follow() {
+            slider.value = root.cfg[settingSlider.setting];
+        }
+
         width: parent ? parent.width : 240
 
-        // Goes on after the user has moved the slider.
-        Binding {
-            property: "value"
-            target: slider
-            value: root.cfg[settingSlider.setting]
+        // No binding: what the slider writes back while it follows would be a loop.
+        Component.onCompleted: {
+            settingSlider.follow();
+            root.cfg[`${settingSlider.setting}Changed`].connect(settingSlider, settingSlider.follow);
         }
 
         Label {
@@ -154,7 +157,7 @@ Window {
             id: column
 
             anchors.bottom: parent.bottom
-            enabled: sliderArea.expanded
+            visible: sliderArea.height > 0 // or the keyboard would reach what nobody sees
             width: sliderArea.width - 16
             x: 16
         }
