@@ -42,16 +42,6 @@ Window {
         checked: root.cfg[settingBox.setting]
 
         onCheckedChanged: root.cfg[settingBox.setting] = settingBox.checked
-
-        // The system may decide otherwise, about start at sign-in for example; the binding has ended
-        // with the user's first click.
-        Connections {
-            function onCheckedChanged() {
-                Qt.callLater(() => settingBox.checked = Qt.binding(() => root.cfg[settingBox.setting]));
-            }
-
-            target: settingBox
-        }
     }
 
     // A slider with its name, for one setting.
