@@ -233,7 +233,6 @@ Window {
 
                     Layout.leftMargin: 6
                     accessibleName: qsTr("Color Tone")
-                    currentIndex: root.tModel.getIndexNumber(root.cfg.colorToneName)
                     mgr: root.mgr
                     model: root.tModel
                     palette: palette
@@ -241,12 +240,19 @@ Window {
                     Component.onCompleted: toneChooser.ready = true
                     // While the window is made the value goes through rows that nobody has chosen.
                     onCurrentValueChanged: {
-                        if (!toneChooser.ready || toneChooser.currentValue === undefined || toneChooser.currentValue === root.cfg.colorToneName)
+                        if (!toneChooser.ready || toneChooser.currentValue === undefined)
                             return;
                         const themeName = root.tme.currentTheme;
                         root.tme.changeColorTone(themeName, toneChooser.currentValue);
                         root.cfg.themeName = themeName;
                         root.cfg.colorToneName = toneChooser.currentValue;
+                    }
+
+                    // Goes on after the user has chosen.
+                    Binding {
+                        property: "currentIndex"
+                        target: toneChooser
+                        value: root.tModel.getIndexNumber(root.cfg.colorToneName)
                     }
                 }
 

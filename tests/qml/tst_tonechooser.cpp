@@ -27,9 +27,16 @@ private Q_SLOTS:
     void toneIsChosenWithTheMouse();
     void toneIsChosenWithTheKeyboard_data();
     void toneIsChosenWithTheKeyboard();
+    void otherKeysDoNotChoose();
+    void heldKeyChoosesOnce();
+    void releaseBesideTheRowsDoesNotChoose();
     void escapeChoosesNothing();
     void listClosesWithoutTheFocus();
+    void listStaysWhenItIsOpenedWhileItFades();
     void hoveredRowIsCurrent();
+    void themeIsToldFirst();
+    void themeIsToldOfEveryChange();
+    void boxFollowsTheSettingAfterAChoice();
 
 private:
     QQuickWindow *openList();
@@ -111,6 +118,47 @@ void tst_ToneChooser::toneIsChosenWithTheKeyboard()
     QTRY_VERIFY(!list->isVisible());
 }
 
+// While one of the choosing keys is held as well.
+void tst_ToneChooser::otherKeysDoNotChoose()
+{
+    QQuickWindow *const list = openList();
+    QVERIFY(list);
+    QTest::keyPress(list, Qt::Key_Space);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_A);
+    QCOMPARE(tone(), u"DarkBlue"_s);
+    QTest::keyRelease(list, Qt::Key_Space);
+    QCOMPARE(tone(), u"DarkRed"_s);
+}
+
+// The keyboard tells of a release at every repetition.
+void tst_ToneChooser::heldKeyChoosesOnce()
+{
+    QQuickWindow *const list = openList();
+    QVERIFY(list);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyPress(list, Qt::Key_Space);
+    QKeyEvent repetition(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier, u" "_s, true);
+    QCoreApplication::sendEvent(list, &repetition);
+    QCOMPARE(tone(), u"DarkBlue"_s);
+    QTest::keyRelease(list, Qt::Key_Space);
+    QCOMPARE(tone(), u"DarkRed"_s);
+}
+
+void tst_ToneChooser::releaseBesideTheRowsDoesNotChoose()
+{
+    QQuickWindow *const list = openList();
+    QVERIFY(list);
+    const QPoint fifthRow(60, 8 + 4 * 32 + 16);
+    const QPoint margin(60, 3);
+    QTest::mousePress(list, Qt::LeftButton, {}, fifthRow);
+    QTest::mouseMove(list, margin);
+    QTest::mouseRelease(list, Qt::LeftButton, {}, margin);
+    QTest::qWait(200); // it would fade for 100 ms
+    QVERIFY(list->isVisible());
+    QCOMPARE(tone(), u"DarkBlue"_s);
+}
+
 void tst_ToneChooser::escapeChoosesNothing()
 {
     QQuickWindow *const list = openList();
@@ -132,6 +180,19 @@ void tst_ToneChooser::listClosesWithoutTheFocus()
     QTRY_VERIFY(!list->isVisible());
 }
 
+void tst_ToneChooser::listStaysWhenItIsOpenedWhileItFades()
+{
+    QQuickWindow *const list = openList();
+    QVERIFY(list);
+    QTest::keyClick(list, Qt::Key_Escape);
+    QTRY_COMPARE_LT(list->opacity(), 1.0);
+    QMetaObject::invokeMethod(toneChooser(), "openPopup");
+    QTest::qWait(300); // it would have faded
+    QVERIFY(list->isVisible());
+    QCOMPARE(list->opacity(), 1.0);
+    QCOMPARE(m_documents->manager.popupWindow, list);
+}
+
 void tst_ToneChooser::hoveredRowIsCurrent()
 {
     QQuickWindow *const list = openList();
@@ -142,6 +203,38 @@ void tst_ToneChooser::hoveredRowIsCurrent()
     QTest::mouseMove(list, QPoint(60, 8 + 3 * 32 + 16));
     QTRY_COMPARE(view->property("currentIndex").toInt(), 3);
     QCOMPARE(tone(), u"DarkBlue"_s);
+}
+
+void tst_ToneChooser::themeIsToldFirst()
+{
+    auto &config = m_documents->config;
+    auto &theme = m_documents->theme;
+    config.setThemeName(u"Another"_s);
+    QStringList changes;
+    connect(&theme, &VsTheme::baseChanged, this, [&] { changes += u"theme"_s; });
+    connect(&config, &VsConfig::themeNameChanged, this, [&] { changes += u"themeName"_s; });
+    connect(&config, &VsConfig::colorToneNameChanged, this, [&] { changes += u"colorToneName"_s; });
+    QQuickWindow *const list = openList();
+    QVERIFY(list);
+    QTest::mouseClick(list, Qt::LeftButton, {}, QPoint(60, 8 + 4 * 32 + 16));
+    QCOMPARE(changes, (QStringList{u"theme"_s, u"themeName"_s, u"colorToneName"_s}));
+}
+
+// Also where it is the setting that has changed first.
+void tst_ToneChooser::themeIsToldOfEveryChange()
+{
+    m_documents->config.setColorToneName(u"LightRed"_s);
+    QCOMPARE(m_documents->theme.base(), u"qrc:/themes/basic/light_red/clock_base.svg"_s);
+}
+
+void tst_ToneChooser::boxFollowsTheSettingAfterAChoice()
+{
+    QQuickWindow *const list = openList();
+    QVERIFY(list);
+    QTest::mouseClick(list, Qt::LeftButton, {}, QPoint(60, 8 + 4 * 32 + 16));
+    QCOMPARE(toneChooser()->property("currentIndex").toInt(), 4);
+    m_documents->config.setColorToneName(u"LightRed"_s);
+    QCOMPARE(toneChooser()->property("currentIndex").toInt(), 6);
 }
 
 int main(int argc, char **argv) { return runQmlTest<tst_ToneChooser>(argc, argv); }
