@@ -9,11 +9,12 @@ Image {
 
     property real angleValue: 0 // degrees, clockwise
 
-    function setAngle(angle: real) {
+    // Without types: C++ calls both by their names and passes a QVariant.
+    function setAngle(angle) {
         itemRoot.angleValue = angle;
     }
 
-    function setVisible(v: bool) {
+    function setVisible(v) {
         itemRoot.visible = v;
     }
 

@@ -20,23 +20,26 @@ Item {
     property real maximumValue: 1
     property string accessibleName: ""
 
-    // The handle shows a value beyond the ends at the end, and that is not to be written back.
-    function follow() {
-        slider.following = true;
-        slider.value = root.value;
-        slider.following = false;
-    }
-
     implicitWidth: 240
     implicitHeight: root.childrenRect.height
 
-    Component.onCompleted: root.follow()
-    onValueChanged: root.follow()
+    Component.onCompleted: {
+        slider.value = root.value;
+        slider.made = true;
+    }
+    // A value beyond the ends comes back at once as the end, but not the one it is made with: to be
+    // seen changes nothing.
+    onValueChanged: {
+        if (!slider.made)
+            return;
+        slider.value = root.value;
+        root.value = slider.value;
+    }
 
     Slider {
         id: slider
 
-        property bool following: true // while it is made, too: first it knows no ends
+        property bool made: false // before, it does not know its ends
 
         Accessible.name: root.accessibleName
         from: root.minimumValue
@@ -44,7 +47,7 @@ Item {
         width: root.width
 
         onValueChanged: {
-            if (!slider.following)
+            if (slider.made)
                 root.value = slider.value;
         }
     }
@@ -89,7 +92,7 @@ Item {
 
             anchors.centerIn: parent
             font.bold: true
-            text: "%1%2%3".arg(root.currentValuePrefix).arg(Math.round(root.value * 100)).arg(root.currentValueSuffix)
+            text: "%1%2%3".arg(root.currentValuePrefix).arg(Math.round(slider.value * 100)).arg(root.currentValueSuffix)
         }
 
         Item {

@@ -42,16 +42,6 @@ Window {
         checked: root.cfg[settingBox.setting]
 
         onCheckedChanged: root.cfg[settingBox.setting] = settingBox.checked
-
-        // The system may decide otherwise, about start at sign-in for example; the binding has ended
-        // with the user's first click.
-        Connections {
-            function onCheckedChanged() {
-                Qt.callLater(() => settingBox.checked = Qt.binding(() => root.cfg[settingBox.setting]));
-            }
-
-            target: settingBox
-        }
     }
 
     // A slider with its name, for one setting.
@@ -67,13 +57,16 @@ Window {
         property alias maximumValue: slider.maximumValue
         property alias slider: slider
 
+        function follow() {
+            slider.value = root.cfg[settingSlider.setting];
+        }
+
         width: parent ? parent.width : 240
 
-        // Goes on after the user has moved the slider.
-        Binding {
-            property: "value"
-            target: slider
-            value: root.cfg[settingSlider.setting]
+        // No binding: what the slider writes back while it follows would be a loop.
+        Component.onCompleted: {
+            settingSlider.follow();
+            root.cfg[`${settingSlider.setting}Changed`].connect(settingSlider, settingSlider.follow);
         }
 
         Label {
@@ -154,7 +147,7 @@ Window {
             id: column
 
             anchors.bottom: parent.bottom
-            enabled: sliderArea.expanded
+            visible: sliderArea.height > 0 // or the keyboard would reach what nobody sees
             width: sliderArea.width - 16
             x: 16
         }
@@ -240,7 +233,6 @@ Window {
 
                     Layout.leftMargin: 6
                     accessibleName: qsTr("Color Tone")
-                    currentIndex: root.tModel.getIndexNumber(root.cfg.colorToneName)
                     mgr: root.mgr
                     model: root.tModel
                     palette: palette
@@ -248,12 +240,19 @@ Window {
                     Component.onCompleted: toneChooser.ready = true
                     // While the window is made the value goes through rows that nobody has chosen.
                     onCurrentValueChanged: {
-                        if (!toneChooser.ready || toneChooser.currentValue === undefined || toneChooser.currentValue === root.cfg.colorToneName)
+                        if (!toneChooser.ready || toneChooser.currentValue === undefined)
                             return;
                         const themeName = root.tme.currentTheme;
                         root.tme.changeColorTone(themeName, toneChooser.currentValue);
                         root.cfg.themeName = themeName;
                         root.cfg.colorToneName = toneChooser.currentValue;
+                    }
+
+                    // Goes on after the user has chosen.
+                    Binding {
+                        property: "currentIndex"
+                        target: toneChooser
+                        value: root.tModel.getIndexNumber(root.cfg.colorToneName)
                     }
                 }
 

@@ -22,9 +22,11 @@ Item {
 
     function openPopup() {
         listView.keyPressed = false;
+        fading.stop();
         popupWindow.caller = comboBox;
         popupWindow.opacity = 1;
         popupWindow.show();
+        popupWindow.requestActivate();
     }
 
     function closePopup() {
@@ -146,7 +148,6 @@ Item {
             listView.currentIndex = comboBox.currentIndex;
             popupWindow.place();
             popupWindow.unfold();
-            popupWindow.requestActivate();
             listView.forceActiveFocus();
         }
 
@@ -203,6 +204,10 @@ Item {
 
                     property bool keyPressed: false
 
+                    function isChoosing(key: int): bool {
+                        return key === Qt.Key_Space || key === Qt.Key_Enter || key === Qt.Key_Return;
+                    }
+
                     anchors.bottomMargin: popupWindow.bottomPadding
                     anchors.fill: parent
                     anchors.leftMargin: popupWindow.leftPadding
@@ -220,7 +225,7 @@ Item {
                     }
 
                     Keys.onPressed: event => {
-                        if ([Qt.Key_Space, Qt.Key_Enter, Qt.Key_Return].includes(event.key)) {
+                        if (listView.isChoosing(event.key)) {
                             listView.keyPressed = true;
                             event.accepted = true;
                         }
@@ -229,7 +234,7 @@ Item {
                         if (event.key === Qt.Key_Escape) {
                             event.accepted = true;
                             root.closePopup();
-                        } else if (listView.keyPressed) {
+                        } else if (listView.keyPressed && listView.isChoosing(event.key) && !event.isAutoRepeat) {
                             event.accepted = true;
                             root.choose(listView.currentIndex);
                         }
@@ -363,7 +368,10 @@ Item {
                 hoverEnabled: true
 
                 onEntered: listView.currentIndex = rowItem.index
-                onReleased: root.choose(rowItem.index)
+                onReleased: mouse => {
+                    if (rowArea.contains(Qt.point(mouse.x, mouse.y)))
+                        root.choose(rowItem.index);
+                }
             }
         }
     }

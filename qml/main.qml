@@ -61,14 +61,15 @@ Window {
         return side >= rootWindow.limitMin && side <= rootWindow.limitMax;
     }
 
-    function resize(newSize: size) {
+    // What others call by its name has no types: C++ passes and gets a QVariant. So has getAixis().
+    function resize(size) {
         if (!rootWindow.mgr)
             return;
-        rootWindow.setSide(newSize.width); // the width counts, whatever the height
+        rootWindow.setSide(size.width); // the width counts, whatever the height
         rootWindow.updateMask();
     }
 
-    function autoResize(dpi: real) {
+    function autoResize(dpi) {
         if (!rootWindow.mgr)
             return;
         const ratio = dpi / 96.0;
@@ -128,7 +129,7 @@ Window {
     component Grip: Image {
         id: grip
 
-        property var img: null // what of it is opaque; nothing while it is hidden
+        property var img: null // what of it is opaque; nothing until it has been seen
         property real imgRatio: 1 // a picture is taken in the pixels of the screen
 
         // A hidden item gives no picture, so it is taken when both the window and the grip are shown.
@@ -137,7 +138,7 @@ Window {
                 return;
             grip.grabToImage(result => {
                 grip.imgRatio = Screen.devicePixelRatio;
-                grip.img = grip.visible ? result.image : null;
+                grip.img = result.image;
             });
         }
 
@@ -152,10 +153,7 @@ Window {
         source: itemRoot.source
         opacity: 0.8
 
-        onVisibleChanged: {
-            grip.img = null;
-            grip.grab();
-        }
+        onVisibleChanged: grip.grab()
     }
 
     // A corner that makes the clock larger when it is pulled outward; the opposite one stays.
@@ -480,7 +478,7 @@ Window {
             multiPointTouchArea.windowStartRect = Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height);
         }
 
-        function getAixis(): int {
+        function getAixis() {
             return parseInt(Math.sqrt(Math.pow(point2.x - point1.x, 2) + Math.pow(point2.y - point1.y, 2)));
         }
 

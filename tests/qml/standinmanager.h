@@ -10,6 +10,8 @@
 #include <QtGui/qwindow.h>
 #include <QtQuick/qquickwindow.h>
 
+#include <optional>
+
 /// Stands in for the manager: the texts, signals and methods that the documents know of it, with a
 /// list of the calls instead of their effects. The real one acts on native windows.
 class StandInManager : public QObject
@@ -24,6 +26,7 @@ public:
     QString timeText, dateText, amPmText;
     QQuickWindow *popupWindow = nullptr;
     QStringList calls; ///< names of the methods called, the oldest first
+    std::optional<QVariant> pixelAnswer; ///< to every question about a picture
 
     /// Forgets and tells how often \a name was called.
     int takeCalls(const QString &name)
@@ -50,11 +53,11 @@ public:
     Q_INVOKABLE void openDefaultWeb() { calls += QStringLiteral("openDefaultWeb"); }
     Q_INVOKABLE bool isAvailableScreen(QPoint) { return true; }
     Q_INVOKABLE QRect getCurrentScreenGeometory() { return {}; }
-    /// Like the real one.
-    Q_INVOKABLE bool isMouseInnerImage(QPoint mousePos, const QImage &image)
+    /// Like the real one, unless a test has another answer.
+    Q_INVOKABLE QVariant isMouseInnerImage(QPoint mousePos, const QImage &image)
     {
         calls += QStringLiteral("isMouseInnerImage");
-        return image.valid(mousePos) && qAlpha(image.pixel(mousePos)) != 0;
+        return pixelAnswer.value_or(image.valid(mousePos) && qAlpha(image.pixel(mousePos)) != 0);
     }
 
 Q_SIGNALS:

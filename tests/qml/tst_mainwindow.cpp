@@ -5,6 +5,7 @@
 
 #include <QtCore/qpointer.h>
 #include <QtCore/qregularexpression.h>
+#include <QtQml/qqmllist.h>
 #include <QtTest/qsignalspy.h>
 
 #include <private/qquickimagebase_p.h>
@@ -22,11 +23,16 @@ private Q_SLOTS:
     void cleanup();
 
     void startsHiddenAndSquare();
+    void itemsStandInOrder();
+    void gripLayerHasItsProperties();
+    void areasTakeTheirInput();
+    void touchAreaStartsFromTheWindow();
     void followsItsSettings();
     void knowsTheObjects();
     void worksWithoutObjects();
     void holdsTheFace();
     void everyFrameHasAllPictures();
+    void scriptFunctionsTakeAnyValue();
     void resizeTakesTheWidth();
     void autoResizeFollowsTheDpi_data();
     void autoResizeFollowsTheDpi();
@@ -84,6 +90,94 @@ void tst_MainWindow::startsHiddenAndSquare()
     QCOMPARE(root()->property("limitMax").toReal(), 7680.0);
 }
 
+// Later ones are above earlier ones and get the pointer first.
+void tst_MainWindow::itemsStandInOrder()
+{
+    struct Row {
+        const char *type;
+        const char *id; // or the id of the grip that it belongs to
+    };
+    constexpr Row rows[] = {
+        {"QQuickRectangle", "itemRoot"},
+        {"QQuickLoader", nullptr},
+        {"QQuickMouseArea", "mouseArea"},
+        {"QQuickMouseArea", "resizeHandleTopLeft"},
+        {"QQuickMouseArea", "resizeHandleTopRight"},
+        {"QQuickMouseArea", "resizeHandleBottomRight"},
+        {"QQuickMouseArea", "resizeHandleBottomLeft"},
+        {"QQuickMultiPointTouchArea", "multiPointTouchArea"},
+        {"QQuickMultiPointTouchArea", "bottomRightTouchArea"},
+        {"QQuickMultiPointTouchArea", "topRightTouchArea"},
+        {"QQuickMultiPointTouchArea", "bottomLeftTouchArea"},
+        {"QQuickMultiPointTouchArea", "topLeftTouchArea"},
+    };
+    const QList<QQuickItem *> items = m_window->contentItem()->childItems();
+    QCOMPARE(items.size(), qsizetype(std::size(rows)));
+    for (qsizetype i = 0; i < items.size(); ++i) {
+        QVERIFY2(items.at(i)->inherits(rows[i].type), items.at(i)->metaObject()->className());
+        QCOMPARE(items.at(i)->z(), 0.0);
+        if (!rows[i].id)
+            continue;
+        const QVariant handle = items.at(i)->property("handle");
+        const auto *named = byId<QQuickItem>(root(), QLatin1StringView(rows[i].id));
+        const bool isGrip = named->inherits("QQuickImage");
+        QCOMPARE(isGrip ? handle.value<QQuickItem *>() : items.at(i), named);
+    }
+}
+
+void tst_MainWindow::gripLayerHasItsProperties()
+{
+    const auto *layer = byId<QQuickItem>(root(), u"itemRoot"_s);
+    QCOMPARE(layer->property("source").toString(), m_documents->theme.resizeGrip());
+    QCOMPARE(layer->property("size"), QVariant(32.0));
+    QCOMPARE(layer->property("color").value<QColor>(), QColor(Qt::transparent));
+    const QList<QQuickItem *> grips = layer->childItems();
+    QCOMPARE(grips.size(), 4);
+    for (const auto &[index, id] :
+        {std::pair(0, u"resizeHandleTopLeft"_s), {1, u"resizeHandleTopRight"_s},
+            {2, u"resizeHandleBottomRight"_s}, {3, u"resizeHandleBottomLeft"_s}}) {
+        QCOMPARE(grips.at(index), byId<QQuickItem>(root(), id));
+        QVERIFY(grips.at(index)->property("img").isNull()); // the window has not been shown
+    }
+    load(Documents::NoObjects);
+    QCOMPARE(byId(root(), u"itemRoot"_s)->property("source").toString(), QString());
+}
+
+void tst_MainWindow::areasTakeTheirInput()
+{
+    const auto *mouseArea = byId(root(), u"mouseArea"_s);
+    QCOMPARE(mouseArea->property("acceptedButtons").toInt(), Qt::LeftButton | Qt::RightButton);
+    const QList<QQuickItem *> items = m_window->contentItem()->childItems();
+    for (const bool resizeEnabled : {true, false}) {
+        m_documents->config.setResizeEnabled(resizeEnabled);
+        for (QQuickItem *item : items) {
+            if (!item->inherits("QQuickMultiPointTouchArea"))
+                continue;
+            QCOMPARE(item->property("mouseEnabled"), QVariant(false));
+            const bool isCorner = item->property("handle").isValid();
+            QCOMPARE(item->isEnabled(), resizeEnabled || !isCorner);
+            const QQmlListReference points(item, "touchPoints");
+            QCOMPARE(points.size(), isCorner ? 1 : 2);
+        }
+    }
+    load(Documents::NoObjects);
+    QVERIFY(!byId<QQuickItem>(root(), u"topLeftTouchArea"_s)->isEnabled());
+}
+
+void tst_MainWindow::touchAreaStartsFromTheWindow()
+{
+    const QObject *area = byId(root(), u"multiPointTouchArea"_s);
+    for (const auto *name : {"currentAxis", "startedAxis", "startX", "startY"})
+        QCOMPARE(area->property(name), QVariant(0));
+    QCOMPARE(area->property("startedPoint"), QVariant(QPointF(0, 0)));
+    QCOMPARE(area->property("windowStartRect").toRectF(), QRectF(m_window->geometry()));
+    m_window->setGeometry(30, 40, 200, 200); // it follows as long as nobody has set it
+    QCOMPARE(area->property("windowStartRect").toRectF(), QRectF(30, 40, 200, 200));
+    QCOMPARE(area->property("isFixed"), QVariant(false));
+    m_documents->config.setFixed(true);
+    QCOMPARE(area->property("isFixed"), QVariant(true));
+}
+
 void tst_MainWindow::followsItsSettings()
 {
     m_documents->config.setOpacity(0.5);
@@ -111,8 +205,8 @@ void tst_MainWindow::worksWithoutObjects()
     for (const auto *function :
         {"saveConfig", "lazySaveConfig", "updateMask", "clearMask", "correctAspectRatio"})
         QVERIFY(QMetaObject::invokeMethod(root(), function));
-    QVERIFY(QMetaObject::invokeMethod(root(), "resize", QSizeF(100, 100)));
-    QVERIFY(QMetaObject::invokeMethod(root(), "autoResize", 144.0));
+    QVERIFY(QMetaObject::invokeMethod(root(), "resize", QVariant(QSizeF(100, 100))));
+    QVERIFY(QMetaObject::invokeMethod(root(), "autoResize", QVariant(144.0)));
     QCOMPARE(m_window->size(), QSize(300, 200));
 }
 
@@ -171,6 +265,25 @@ QQuickItem *tst_MainWindow::face() const
     if (source != QUrl(u"qrc:/qt/qml/vesper/qml/BasicClock.qml"_s))
         return nullptr;
     return (*loader)->property("item").value<QQuickItem *>();
+}
+
+// A size of whole pixels or not, a number of any type.
+void tst_MainWindow::scriptFunctionsTakeAnyValue()
+{
+    for (const QVariant &size : {QVariant(QSize(200, 500)), QVariant(QSizeF(200, 500))}) {
+        m_window->resize(320, 320);
+        QVERIFY(QMetaObject::invokeMethod(root(), "resize", size));
+        QCOMPARE(m_window->size(), QSize(200, 200));
+    }
+    for (const QVariant &dpi : {QVariant(144), QVariant(144.0)}) {
+        m_window->resize(320, 320);
+        QVERIFY(QMetaObject::invokeMethod(root(), "autoResize", dpi));
+        QCOMPARE(m_window->size(), QSize(480, 480));
+    }
+    QVariant distance;
+    QObject *touch = byId(root(), u"multiPointTouchArea"_s);
+    QVERIFY(QMetaObject::invokeMethod(touch, "getAixis", qReturnArg(distance)));
+    QCOMPARE(distance, QVariant(0));
 }
 
 void tst_MainWindow::resizeTakesTheWidth()

@@ -74,7 +74,10 @@ private Q_SLOTS:
     void releaseSaves();
     void transparentPixelStartsADrag_data();
     void transparentPixelStartsADrag();
-    void hiddenGripStartsADrag();
+    void snapshotCountsWhateverIsSeen();
+    void gripNeverSeenStartsADrag();
+    void onlyAPlainNoIsAMiss_data();
+    void onlyAPlainNoIsAMiss();
     void gripWorksWhenSwitchedOnLater();
     void gripWorksAfterTheWindowWasHidden();
     void pressCountsWhereItIsInTheWindow();
@@ -107,7 +110,6 @@ void tst_Resizing::gripsAreSeenWhileTheClockCanBeResized()
     QTRY_VERIFY(clock.hasGrips());
     clock.documents.config.setResizeEnabled(false);
     QVERIFY(!layer->isVisible());
-    QVERIFY(!clock.hasGrips());
 }
 
 void tst_Resizing::gripsAreHitWhereTheyAreOpaque_data()
@@ -304,8 +306,25 @@ void tst_Resizing::transparentPixelStartsADrag()
     QCOMPARE(clock.documents.manager.calls, (QStringList{u"lazySaveConfig"_s, u"updateMask"_s}));
 }
 
+// The window's mask keeps the pointer from there; the corner itself asks its snapshot only.
+void tst_Resizing::snapshotCountsWhateverIsSeen()
+{
+    for (const CornerRow &corner : corners) {
+        ClockWindow clock(true);
+        QTRY_VERIFY(clock.hasGrips());
+        const QPoint opaque = gripPoint(clock, corner, true);
+        const QPoint out(20 * corner.growX, 20 * corner.growY);
+        clock.documents.config.setResizeEnabled(false);
+        QCoreApplication::processEvents();
+        clock.press(opaque);
+        clock.move(opaque + out);
+        QCOMPARE(clock.geometry().size(), QSize(340, 340));
+        clock.release(opaque + out);
+    }
+}
+
 // There is no snapshot of it: a null image must not reach the manager, which would be an error.
-void tst_Resizing::hiddenGripStartsADrag()
+void tst_Resizing::gripNeverSeenStartsADrag()
 {
     ClockWindow clock;
     for (const CornerRow &corner : corners) {
@@ -316,6 +335,30 @@ void tst_Resizing::hiddenGripStartsADrag()
         QCOMPARE(clock.geometry(), start.translated(20, 16));
         clock.release(from + QPoint(20, 16));
     }
+}
+
+void tst_Resizing::onlyAPlainNoIsAMiss_data()
+{
+    QTest::addColumn<QVariant>("answer");
+    QTest::addColumn<bool>("resizes");
+    QTest::newRow("false") << QVariant(false) << false;
+    QTest::newRow("true") << QVariant(true) << true;
+    QTest::newRow("undefined") << QVariant() << true;
+    QTest::newRow("zero") << QVariant(0) << true;
+}
+
+void tst_Resizing::onlyAPlainNoIsAMiss()
+{
+    QFETCH(QVariant, answer);
+    QFETCH(bool, resizes);
+    ClockWindow clock(true);
+    QTRY_VERIFY(clock.hasGrips());
+    clock.documents.manager.pixelAnswer = answer;
+    const QPoint from = gripOrigin(clock, corners[2]) + QPoint(16, 16);
+    clock.press(from);
+    clock.move(from + QPoint(20, 20));
+    QCOMPARE(clock.geometry(),
+        resizes ? QRect(start.topLeft(), QSize(340, 340)) : start.translated(20, 20));
 }
 
 void tst_Resizing::gripWorksWhenSwitchedOnLater()

@@ -1,51 +1,59 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// The settings window: each control with its setting, and the list of tones.
+// The settings window: each control with its setting.
 
-#include "tests/qml/documents.h"
+#include "tests/qml/settingstest.h"
 
-#include <QtGui/qscreen.h>
-#include <QtQuick/qquickitem.h>
 #include <QtTest/qsignalspy.h>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-// All that is an item with a property of these names.
-QList<QQuickItem *> itemsWith(const QQuickItem *item, const QByteArrayList &properties)
-{
-    QList<QQuickItem *> found;
-    const QList<QQuickItem *> children = item->childItems();
-    for (QQuickItem *const child : children) {
-        if (std::all_of(properties.begin(), properties.end(), [child](const QByteArray &name) {
-                return child->metaObject()->indexOfProperty(name) >= 0;
-            }))
-            found += child;
-        found += itemsWith(child, properties);
-    }
-    return found;
-}
+struct SliderRow {
+    const char *label;
+    const char *setting;
+    const char *ends;
+    const char *reset; // a default of the configuration or a colour of the theme, its alpha
+};
+constexpr SliderRow sliderRowTable[] = {
+    {"Overall Opacity", "opacity", "0%...Complity Transparent|100%...Complity Opaque",
+        "defaultOverallOpacity"},
+    {"Background", "backgroundOpacity", "0%|100%", "defaultBackgroundOpacity"},
+    {"Image", "backgroundImageOpacity", "0%|100%", "defaultBackgroundImageOpacity"},
+    {"Face", "faceOpacity", "0%|100%", "defaultFaceOpacity"},
+    {"Hands", "handsOpacity", "0%|100%", "defaultHandsOpacity"},
+    {"Digital Clock Background", "digitalClockBackgroundOpacity", "0%|100%", "textBackColor"},
+    {"Digital Clock Foreground", "digitalClockForegroundOpacity", "0%|100%", "textColor"},
+    {"Date Background", "dateBackgroundOpacity", "0%|100%", "textBackColor"},
+    {"Date Foreground", "dateForegroundOpacity", "0%|100%", "textColor"},
+    {"Logo", "logoOpacity", "0%|100%", "logoColor"},
+    {"Digital Clock", "digitalClockScaleFactor", "10%|300%", "defaultDigitalClockScaleFactor"},
+    {"Date", "dateScaleFactor", "10%|300%", "defaultDateScaleFactor"},
+    {"Logo", "logoScaleFactor", "10%|300%", "defaultLogoScaleFactor"},
+};
 
-void click(QQuickItem &item)
+QQuickItem *resetButtonOf(const QQuickItem *slider)
 {
-    const QPointF centre(item.width() / 2, item.height() / 2);
-    QTest::mouseClick(item.window(), Qt::LeftButton, {}, item.mapToScene(centre).toPoint());
+    return itemsWith(slider, {"down", "icon", "checkable"}).constFirst();
 }
 
 } // namespace
 
-class tst_Settings : public QObject
+class tst_Settings : public SettingsTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        failOnRealWarning();
+        prepare();
+        open();
+    }
+    void cleanup() { close(); }
     void windowIsAsItShould();
     void openingChangesNothing();
     void boxesStandInOrder();
@@ -54,63 +62,25 @@ private Q_SLOTS:
     void boxFollowsTheSystem();
     void sliders_data();
     void sliders();
+    void slidersStandInOrder();
     void slidersKeepTheirRange();
+    void settingBeyondTheRangeComesBack();
+    void closedWindowFollowsNoSetting();
     void valueIsShownInPerCent();
+    void closedAreaResets();
+    void closedAreaIsPassedByTheKeyboard();
     void areasOpenAndClose_data();
     void areasOpenAndClose();
     void scrollButtonsComeAndGo();
     void scrollButtonScrolls();
+    void scrollButtonScrollsBack();
+    void hiddenScrollButtonDoesNothing();
     void noticeOpensTheSite();
     void closeCloses();
-    void listIsPlacedOverTheBox();
-    void listIsCutAtTheScreen();
-    void toneIsChosenWithTheMouse();
-    void toneIsChosenWithTheKeyboard_data();
-    void toneIsChosenWithTheKeyboard();
-    void escapeChoosesNothing();
-    void listClosesWithoutTheFocus();
-    void hoveredRowIsCurrent();
 
 private:
-    QQuickItem *content() const { return m_window->contentItem(); }
-    QList<QQuickItem *> checkBoxes() const { return itemsWith(content(), {"setting", "checked"}); }
-    QQuickItem *sliderOf(const QString &setting) const;
-    QQuickItem *toneChooser() const { return byId<QQuickItem>(m_window, u"toneChooser"_s); }
-    QQuickWindow *openList();
-    QString tone() const { return m_documents->config.colorToneName(); }
-
-    std::unique_ptr<Documents> m_documents;
-    std::unique_ptr<QObject> m_root;
-    QQuickWindow *m_window = nullptr; // the root
+    QList<QQuickItem *> scrollButtonsOfALowWindow();
 };
-
-void tst_Settings::init()
-{
-    failOnRealWarning();
-    m_documents = std::make_unique<Documents>(Documents::AllObjects);
-    m_root = m_documents->create(u"Settings.qml"_s);
-    m_window = qobject_cast<QQuickWindow *>(m_root.get());
-    QVERIFY(m_window);
-    m_window->setPosition(100, 40);
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window));
-}
-
-void tst_Settings::cleanup()
-{
-    m_root.reset();
-    m_documents.reset();
-}
-
-QQuickItem *tst_Settings::sliderOf(const QString &setting) const
-{
-    const QList<QQuickItem *> rows = itemsWith(content(), {"setting", "slider"});
-    for (QQuickItem *const row : rows) {
-        if (row->property("setting").toString() == setting)
-            return row->property("slider").value<QQuickItem *>();
-    }
-    return nullptr;
-}
 
 void tst_Settings::windowIsAsItShould()
 {
@@ -125,8 +95,8 @@ void tst_Settings::windowIsAsItShould()
 // Not even for a moment: nothing is told, nothing is other afterwards.
 void tst_Settings::openingChangesNothing()
 {
-    cleanup();
-    m_documents = std::make_unique<Documents>(Documents::AllObjects); // that no window has seen
+    close();
+    prepare(); // settings that no window has seen
     auto &config = m_documents->config;
     config.setDateScaleFactor(3.5); // beyond the end of its slider
     config.setColorToneName(u"LightRed"_s);
@@ -138,19 +108,17 @@ void tst_Settings::openingChangesNothing()
             spies += new QSignalSpy(&config, type.property(i).notifySignal());
     }
     QSignalSpy toneChange(&m_documents->theme, &VsTheme::textColorChanged);
-    m_root = m_documents->create(u"Settings.qml"_s);
-    m_window = qobject_cast<QQuickWindow *>(m_root.get());
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window));
+    open();
     QTest::qWait(300);
     for (const QSignalSpy *spy : std::as_const(spies))
         QVERIFY2(spy->isEmpty(), spy->signal().constData());
     qDeleteAll(spies);
     QVERIFY(toneChange.isEmpty());
     QCOMPARE(toneChooser()->property("currentIndex").toInt(), 6);
-    QCOMPARE(tone(), u"LightRed"_s);
+    QCOMPARE(config.colorToneName(), u"LightRed"_s);
     QCOMPARE(config.digitalClockScaleFactor(), 1.0);
     QCOMPARE(config.dateScaleFactor(), 3.5);
+    QCOMPARE(labelTexts(sliderOf(u"dateScaleFactor"_s)).constLast(), u"300%"_s);
 }
 
 void tst_Settings::boxesStandInOrder()
@@ -182,9 +150,7 @@ void tst_Settings::boxes()
 {
     QFETCH(QByteArray, setting);
     auto &config = m_documents->config;
-    const QList<QQuickItem *> all = checkBoxes();
-    QQuickItem *const box = *std::find_if(all.begin(), all.end(),
-        [&](const QQuickItem *item) { return item->property("setting").toByteArray() == setting; });
+    QQuickItem *const box = checkBoxOf(QString::fromLatin1(setting));
     const bool before = config.property(setting).toBool();
     QCOMPARE(box->property("checked").toBool(), before);
 
@@ -193,6 +159,8 @@ void tst_Settings::boxes()
     QCOMPARE(config.property(setting).toBool(), !before);
     QTest::mouseClick(m_window, Qt::LeftButton, {}, box->mapToScene({10, 12}).toPoint());
     QCOMPARE(config.property(setting).toBool(), before);
+    config.setProperty(setting, !before); // it still follows
+    QCOMPARE(box->property("checked").toBool(), !before);
 }
 
 // The test's home cannot be written, so the switch falls back.
@@ -200,33 +168,45 @@ void tst_Settings::boxFollowsTheSystem()
 {
     QFile obstacle(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/autostart"_s);
     QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    QQuickItem *const box = checkBoxes().constLast();
+    QQuickItem *const box = checkBoxOf(u"autoStartAtSignIn"_s);
+    QSignalSpy switches(&m_documents->config, &VsConfig::autoStartAtSignInChanged);
     box->forceActiveFocus();
-    QTest::keyClick(m_window, Qt::Key_Space);
-    QTRY_VERIFY(!box->property("checked").toBool());
-    QVERIFY(!m_documents->config.autoStartAtSignIn());
+    for (int count = 1; count <= 2; ++count) { // not the first time only
+        QTest::keyClick(m_window, Qt::Key_Space);
+        QCOMPARE(switches.size(), count);
+        QVERIFY(!m_documents->config.autoStartAtSignIn());
+        QVERIFY(!box->property("checked").toBool());
+    }
     QVERIFY(obstacle.remove());
 }
 
 void tst_Settings::sliders_data()
 {
     QTest::addColumn<QString>("setting");
-    QTest::addColumn<QByteArray>("themeColour");
-    for (const char *setting :
-        {"opacity", "backgroundOpacity", "backgroundImageOpacity", "faceOpacity", "handsOpacity",
-            "digitalClockScaleFactor", "dateScaleFactor", "logoScaleFactor"})
-        QTest::newRow(setting) << QString::fromLatin1(setting) << QByteArray();
-    QTest::newRow("digital background") << u"digitalClockBackgroundOpacity"_s << "textBackColor"_ba;
-    QTest::newRow("digital foreground") << u"digitalClockForegroundOpacity"_s << "textColor"_ba;
-    QTest::newRow("date background") << u"dateBackgroundOpacity"_s << "textBackColor"_ba;
-    QTest::newRow("date foreground") << u"dateForegroundOpacity"_s << "textColor"_ba;
-    QTest::newRow("logo") << u"logoOpacity"_s << "logoColor"_ba;
+    QTest::addColumn<QByteArray>("reset"); // where its value comes from
+    for (const SliderRow &row : sliderRowTable)
+        QTest::newRow(row.setting) << QString::fromLatin1(row.setting) << QByteArray(row.reset);
+}
+
+void tst_Settings::slidersStandInOrder()
+{
+    QStringList shown;
+    QStringList expected;
+    const QList<QQuickItem *> all = sliderRows();
+    for (const QQuickItem *row : all)
+        shown += labelTexts(row).first(3).join(u'|') + u' ' + row->property("setting").toString();
+    for (const SliderRow &row : sliderRowTable) {
+        expected += QStringLiteral("%1|%2 %3")
+                        .arg(QLatin1StringView(row.label), QLatin1StringView(row.ends),
+                            QLatin1StringView(row.setting));
+    }
+    QCOMPARE(shown, expected);
 }
 
 void tst_Settings::sliders()
 {
     QFETCH(QString, setting);
-    QFETCH(QByteArray, themeColour);
+    QFETCH(QByteArray, reset);
     auto &config = m_documents->config;
     const QByteArray name = setting.toLatin1();
     QQuickItem *const row = sliderOf(setting);
@@ -249,10 +229,10 @@ void tst_Settings::sliders()
     QTest::keyClick(m_window, Qt::Key_Left);
     QCOMPARE(config.property(name).toDouble(), before - 0.1);
 
-    click(*itemsWith(row, {"down", "icon", "checkable"}).constFirst()); // the reset button
-    const double expected = themeColour.isEmpty()
-        ? 1.0
-        : double(m_documents->theme.property(themeColour).value<QColor>().alphaF());
+    click(*resetButtonOf(row));
+    const double expected = reset.startsWith("default")
+        ? config.property(reset).toDouble()
+        : double(m_documents->theme.property(reset).value<QColor>().alphaF());
     QCOMPARE(config.property(name).toDouble(), expected);
     QCOMPARE(slider->property("value").toDouble(), expected);
 }
@@ -263,18 +243,49 @@ void tst_Settings::slidersKeepTheirRange()
     QQuickItem *const slider = itemsWith(row, {"from", "to", "visualPosition"}).constFirst();
     slider->setProperty("value", 0.0);
     QCOMPARE(m_documents->config.dateScaleFactor(), 0.1);
+    QCOMPARE(labelTexts(row).constLast(), u"10%"_s);
     slider->setProperty("value", 9.0);
     QCOMPARE(m_documents->config.dateScaleFactor(), 3.0);
-    QCOMPARE(row->property("minimumLabel").toString(), u"10%"_s);
-    QCOMPARE(row->property("maximumLabel").toString(), u"300%"_s);
+    QCOMPARE(labelTexts(row).constLast(), u"300%"_s);
+}
+
+void tst_Settings::settingBeyondTheRangeComesBack()
+{
+    auto &config = m_documents->config;
+    for (const auto &[beyond, end] : {std::pair(9.0, 3.0), {3.5, 3.0}, {0.0, 0.1}, {-1.0, 0.1}}) {
+        config.setDateScaleFactor(beyond);
+        QCOMPARE(config.dateScaleFactor(), end);
+        QCOMPARE(sliderOf(u"dateScaleFactor"_s)->property("value").toDouble(), end);
+    }
+}
+
+void tst_Settings::closedWindowFollowsNoSetting()
+{
+    m_root.reset();
+    m_documents->config.setDateScaleFactor(9.0);
+    QCOMPARE(m_documents->config.dateScaleFactor(), 9.0);
 }
 
 void tst_Settings::valueIsShownInPerCent()
 {
-    m_documents->config.setProperty("opacity", 0.456);
-    const QList<QQuickItem *> labels = itemsWith(sliderOf(u"opacity"_s), {"elide", "text"});
-    QVERIFY(std::any_of(labels.begin(), labels.end(),
-        [](const QQuickItem *label) { return label->property("text") == u"46%"_s; }));
+    m_documents->config.setOpacity(0.456);
+    QCOMPARE(labelTexts(sliderOf(u"opacity"_s)).constLast(), u"46%"_s);
+}
+
+// Nobody sees the button then, but who calls it by its name gets what it does.
+void tst_Settings::closedAreaResets()
+{
+    auto &config = m_documents->config;
+    config.setHandsOpacity(0.3);
+    QMetaObject::invokeMethod(resetButtonOf(sliderOf(u"handsOpacity"_s)), "click");
+    QCOMPARE(config.handsOpacity(), config.defaultHandsOpacity());
+}
+
+void tst_Settings::closedAreaIsPassedByTheKeyboard()
+{
+    byId<QQuickItem>(m_window, u"buttonOpacityExpand"_s)->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(m_window, Qt::Key_Tab);
+    QCOMPARE(m_window->activeFocusItem(), byId<QQuickItem>(m_window, u"buttonScalingExpand"_s));
 }
 
 void tst_Settings::areasOpenAndClose_data()
@@ -315,15 +326,56 @@ void tst_Settings::scrollButtonsComeAndGo()
     QCOMPARE(buttons.at(0)->opacity(), 0);
 }
 
-void tst_Settings::scrollButtonScrolls()
+// The one at the top and the one at the bottom, as soon as there is more to see than fits.
+QList<QQuickItem *> tst_Settings::scrollButtonsOfALowWindow()
 {
     m_window->resize(424, 400);
     const QList<QQuickItem *> buttons = itemsWith(content(), {"axis", "flickable"});
-    QTRY_COMPARE(buttons.at(1)->opacity(), 1);
-    QTRY_COMPARE_LT(buttons.at(1)->mapToScene({0, 0}).y(), 400);
+    const bool isLow = QTest::qWaitFor(
+        [&] { return content()->height() == 400 && buttons.at(1)->opacity() == 1; });
+    return isLow ? buttons : QList<QQuickItem *>();
+}
+
+void tst_Settings::scrollButtonScrolls()
+{
+    const QList<QQuickItem *> buttons = scrollButtonsOfALowWindow();
+    QCOMPARE(buttons.size(), 2);
     auto *const view = buttons.at(1)->property("flickable").value<QQuickItem *>();
     QTest::mouseMove(m_window, buttons.at(1)->mapToScene({16, 12}).toPoint());
     QTRY_COMPARE_GE(view->property("contentY").toDouble(), 80); // it goes on by itself
+}
+
+void tst_Settings::scrollButtonScrollsBack()
+{
+    const QList<QQuickItem *> buttons = scrollButtonsOfALowWindow();
+    QCOMPARE(buttons.size(), 2);
+    const QQuickItem *const top = buttons.at(0);
+    auto *const view = top->property("flickable").value<QQuickItem *>();
+    view->setProperty("contentY", 100);
+    QTRY_COMPARE(top->opacity(), 1);
+    QTest::mouseMove(m_window, top->mapToScene({16, 12}).toPoint());
+    QTest::mouseMove(m_window, {200, 200});
+    QTRY_COMPARE(view->property("contentY").toDouble(), 60);
+    QTest::qWait(300);
+    QCOMPARE(view->property("contentY").toDouble(), 60); // one step without the pointer there
+    QTest::mouseMove(m_window, top->mapToScene({16, 12}).toPoint());
+    QTRY_COMPARE(view->property("contentY").toDouble(), 0);
+}
+
+void tst_Settings::hiddenScrollButtonDoesNothing()
+{
+    const QList<QQuickItem *> buttons = scrollButtonsOfALowWindow();
+    QCOMPARE(buttons.size(), 2);
+    const auto takesPointer = [](const QQuickItem *button) {
+        return button->property("mouseArea").value<QQuickItem *>()->property("enabled").toBool();
+    };
+    QVERIFY(!takesPointer(buttons.at(0)));
+    QVERIFY(takesPointer(buttons.at(1)));
+    auto *const view = buttons.at(0)->property("flickable").value<QQuickItem *>();
+    view->setProperty("contentY", view->property("contentHeight").toDouble() - view->height());
+    QTRY_COMPARE(buttons.at(1)->opacity(), 0);
+    QVERIFY(takesPointer(buttons.at(0)));
+    QVERIFY(!takesPointer(buttons.at(1)));
 }
 
 void tst_Settings::noticeOpensTheSite()
@@ -343,115 +395,6 @@ void tst_Settings::closeCloses()
     const QList<QQuickItem *> buttons = itemsWith(content(), {"down", "icon", "checkable"});
     click(*buttons.constLast());
     QTRY_VERIFY(!m_window->isVisible());
-}
-
-QQuickWindow *tst_Settings::openList()
-{
-    click(*toneChooser());
-    if (!QTest::qWaitFor([this] { return m_documents->manager.popupWindow != nullptr; }))
-        return nullptr;
-    QTest::qWait(200); // it unfolds for 100 ms
-    return m_documents->manager.popupWindow;
-}
-
-void tst_Settings::listIsPlacedOverTheBox()
-{
-    m_documents->config.setColorToneName(u"DarkGreen"_s); // the third row
-    QTRY_COMPARE(toneChooser()->property("currentIndex").toInt(), 2);
-    m_window->setPosition(100, 300);
-    const QQuickWindow *const list = openList();
-    QVERIFY(list);
-    const QPoint box = toneChooser()->mapToGlobal(QPointF(0, 0)).toPoint();
-    QCOMPARE(list->position(), box - QPoint(4, 8 + 2 * 32));
-    QCOMPARE(list->width(), int(toneChooser()->width()) + 16);
-    QCOMPARE(list->height(), std::min(10 * 32 + 16, list->screen()->size().height() - list->y()));
-    QVERIFY(list->flags().testFlag(Qt::FramelessWindowHint));
-    QCOMPARE(list->transientParent(), m_window);
-}
-
-void tst_Settings::listIsCutAtTheScreen()
-{
-    m_documents->config.setColorToneName(u"LightGray"_s); // the last row
-    QTRY_COMPARE(toneChooser()->property("currentIndex").toInt(), 9);
-    m_window->setPosition(100, 0);
-    const QQuickWindow *const list = openList();
-    QVERIFY(list);
-    const int boxY = toneChooser()->mapToGlobal(QPointF(0, 0)).toPoint().y();
-    const int cut = 8 + 9 * 32 - boxY;
-    QCOMPARE_GT(cut, 0);
-    QCOMPARE(list->y(), 0);
-    QCOMPARE(list->height(), 10 * 32 + 16 - cut);
-    const QQuickItem *view
-        = itemsWith(list->contentItem(), {"keyPressed", "contentY"}).constFirst();
-    QCOMPARE(view->property("contentY").toInt(), cut);
-}
-
-void tst_Settings::toneIsChosenWithTheMouse()
-{
-    QQuickWindow *const list = openList();
-    QVERIFY(list);
-    QTest::mouseClick(list, Qt::LeftButton, {}, QPoint(60, 8 + 4 * 32 + 16));
-    QCOMPARE(tone(), u"DarkGray"_s);
-    QCOMPARE(
-        m_documents->theme.property("textColor").value<QColor>(), m_documents->theme.textColor());
-    QCOMPARE(m_documents->config.themeName(), u"Basic"_s);
-    QTRY_VERIFY(!list->isVisible());
-    QCOMPARE(m_documents->manager.popupWindow, nullptr);
-}
-
-void tst_Settings::toneIsChosenWithTheKeyboard_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::newRow("Space") << Qt::Key_Space;
-    QTest::newRow("Return") << Qt::Key_Return;
-    QTest::newRow("Enter") << Qt::Key_Enter;
-}
-
-void tst_Settings::toneIsChosenWithTheKeyboard()
-{
-    QFETCH(Qt::Key, key);
-    QQuickWindow *const list = openList();
-    QVERIFY(list);
-    QTest::keyClick(list, Qt::Key_Down);
-    QTest::keyClick(list, Qt::Key_Down);
-    QTest::keyPress(list, key);
-    QCOMPARE(tone(), u"DarkBlue"_s);
-    QTest::keyRelease(list, key);
-    QCOMPARE(tone(), u"DarkGreen"_s);
-    QTRY_VERIFY(!list->isVisible());
-}
-
-void tst_Settings::escapeChoosesNothing()
-{
-    QQuickWindow *const list = openList();
-    QVERIFY(list);
-    QTest::keyClick(list, Qt::Key_Down);
-    QTest::keyClick(list, Qt::Key_Escape);
-    QTRY_VERIFY(!list->isVisible());
-    QCOMPARE(tone(), u"DarkBlue"_s);
-}
-
-void tst_Settings::listClosesWithoutTheFocus()
-{
-    QQuickWindow *const list = openList();
-    QVERIFY(list);
-    Q_EMIT m_documents->manager.popupWindowLostFocus(m_window); // another window's
-    QTest::qWait(200);
-    QVERIFY(list->isVisible());
-    Q_EMIT m_documents->manager.popupWindowLostFocus(list);
-    QTRY_VERIFY(!list->isVisible());
-}
-
-void tst_Settings::hoveredRowIsCurrent()
-{
-    QQuickWindow *const list = openList();
-    QVERIFY(list);
-    const QQuickItem *view
-        = itemsWith(list->contentItem(), {"keyPressed", "contentY"}).constFirst();
-    QCOMPARE(view->property("currentIndex").toInt(), 0);
-    QTest::mouseMove(list, QPoint(60, 8 + 3 * 32 + 16));
-    QTRY_COMPARE(view->property("currentIndex").toInt(), 3);
-    QCOMPARE(tone(), u"DarkBlue"_s);
 }
 
 int main(int argc, char **argv) { return runQmlTest<tst_Settings>(argc, argv); }
