@@ -48,8 +48,7 @@ bool isDown(Button button)
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server())).data->root;
     const Owned<xcb_query_pointer_reply_t> answer(
         xcb_query_pointer_reply(server(), xcb_query_pointer(server(), root), nullptr));
-    constexpr int lastInMask = 5;
-    return answer && button <= lastInMask && (answer->mask & (XCB_BUTTON_MASK_1 << (button - 1)));
+    return answer && (answer->mask & (XCB_BUTTON_MASK_1 << (button - 1)));
 }
 
 xcb_keycode_t keyCodeOf(xcb_keysym_t symbol)

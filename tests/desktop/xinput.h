@@ -12,13 +12,7 @@
 namespace XInput
 {
 
-enum Button {
-    LeftButton = 1,
-    MiddleButton = 2,
-    RightButton = 3,
-    BackButton = 8, // those between are the wheel
-    ForwardButton = 9
-};
+enum Button { LeftButton = 1, RightButton = 3 };
 
 /// The keys that the tests need, as X names them.
 enum Key {

@@ -7,6 +7,7 @@
 #include <QtCore/qdatetime.h>
 #include <QtCore/qjsonobject.h>
 #include <QtCore/qlist.h>
+#include <QtCore/qobjectdefs.h>
 #include <QtCore/qpoint.h>
 #include <QtCore/qrect.h>
 #include <QtGui/qimage.h>
@@ -72,8 +73,11 @@ private:
 namespace Hands
 {
 
+Q_NAMESPACE
+
 enum class Button { Left, Right };
 enum class Key { Return, Escape, Left, Right, Up, Down, Tab, Space, M, F5, Menu, Control };
+Q_ENUM_NS(Key)
 
 /// In pixels of the screen.
 void moveTo(QPoint point);
