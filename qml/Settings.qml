@@ -56,6 +56,7 @@ Window {
         property alias minimumValue: slider.minimumValue
         property alias maximumValue: slider.maximumValue
         property alias slider: slider
+        property bool ready: false // what it opens with is not written back, whatever its ends
 
         function follow() {
             slider.value = root.cfg[settingSlider.setting];
@@ -63,9 +64,11 @@ Window {
 
         width: parent ? parent.width : 240
 
-        // No binding: what the slider writes back while it follows would be a loop.
+        // No binding: what the slider writes back while it follows would be a loop. The connection ends
+        // with the one that it is told to.
         Component.onCompleted: {
             settingSlider.follow();
+            settingSlider.ready = true;
             root.cfg[`${settingSlider.setting}Changed`].connect(settingSlider, settingSlider.follow);
         }
 
@@ -79,7 +82,10 @@ Window {
             accessibleName: settingSlider.label
             width: settingSlider.width
 
-            onValueChanged: root.cfg[settingSlider.setting] = slider.value
+            onValueChanged: {
+                if (settingSlider.ready)
+                    root.cfg[settingSlider.setting] = slider.value;
+            }
         }
     }
 

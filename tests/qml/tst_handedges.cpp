@@ -129,7 +129,7 @@ void TestHandEdges::areSmooth()
     const QString file = documents.theme.property(hand.constData()).toUrl().toString().mid(3);
     double sum = 0;
     for (const double angle : angles) {
-        QVERIFY(QMetaObject::invokeMethod(item, "setAngle", angle));
+        QVERIFY(QMetaObject::invokeMethod(item, "setAngle", QVariant(angle)));
         const QImage seen = view.grabWindow().convertToFormat(QImage::Format_RGB32);
         const double difference = edgeDifference(seen, reference(file, angle, seen.width()));
         qInfo("at %.0f degrees the edge differs by %.1f of 255", angle, difference);
