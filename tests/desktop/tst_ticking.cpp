@@ -4,6 +4,7 @@
 // The passing of time on the screen.
 
 #include "tests/desktop/runningclock.h"
+#include "tests/pixeldifference.h"
 
 #include <QtCore/qelapsedtimer.h>
 #include <QtCore/qfile.h>
@@ -21,6 +22,10 @@ QJsonObject handsOnly()
 {
     return {{u"DisplayDate"_s, false}, {u"DisplayLogo"_s, false}, {u"WithDigitalClock"_s, false}};
 }
+
+// Of 255: what the clock keeps of its picture may come out beside what it computes for its first
+// frame.
+constexpr int rounding = 1;
 
 // Looks at the clock for some time and returns when its picture changed, in ms of the system's
 // time.
@@ -174,9 +179,9 @@ void TestTicking::followsAStepOfTheClock()
     QVERIFY(clock.waitForWindow());
     const QImage before = clock.stillPicture();
     QVERIFY(!before.isNull());
-    QVERIFY(before != expected);
+    QCOMPARE_GT(greatestDifference(before, expected), rounding);
     QVERIFY(writeFile(file, time));
-    QTRY_COMPARE(clock.picture(), expected);
+    QTRY_COMPARE_LE(greatestDifference(clock.picture(), expected), rounding);
 }
 
 QTEST_MAIN(TestTicking)

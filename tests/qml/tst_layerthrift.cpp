@@ -5,6 +5,7 @@
 // look.
 
 #include "qml/layerthrift.h"
+#include "tests/pixeldifference.h"
 #include "tests/qml/documents.h"
 
 #include <QtGui/qpainter.h>
@@ -34,23 +35,6 @@ QImage pictureWith(QSize size, QRect filled)
 // Qt's painter goes through a turned picture in steps that it rounds, from the corner of what is
 // painted. Of 255, at the steepest edges.
 constexpr int rounding = 16;
-
-// The greatest difference of a channel of any pixel; 255 for pictures of two sizes.
-int greatestDifference(const QImage &one, const QImage &other)
-{
-    if (one.size() != other.size())
-        return 255;
-    int greatest = 0;
-    for (int y = 0; y < one.height(); ++y) {
-        for (int x = 0; x < one.width(); ++x) {
-            const QRgb a = one.pixel(x, y);
-            const QRgb b = other.pixel(x, y);
-            greatest = std::max({greatest, std::abs(qRed(a) - qRed(b)),
-                std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
-        }
-    }
-    return greatest;
-}
 
 // Pixels that are kept are those that Qt would have painted.
 constexpr int rest = 1;
