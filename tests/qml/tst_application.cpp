@@ -13,7 +13,6 @@
 #include <QtWidgets/qapplication.h>
 #include <QtWidgets/qstyle.h>
 
-#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -29,7 +28,7 @@ struct Globals {
     QString applicationName;
 };
 
-std::optional<Globals> globals;
+Globals globals;
 constexpr int ownExitCode = 42;
 int exitCode = 0;
 
@@ -52,13 +51,12 @@ class TestApplication : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QVERIFY(globals); }
     void exitCodeIsThatOfTheLoop() { QCOMPARE(exitCode, ownExitCode); }
-    void menuBarIsNotTheSystems() { QVERIFY(globals->noNativeMenuBar); }
-    void styleIsFusion() { QCOMPARE(globals->style, u"fusion"_s); }
-    void domainIsTheMakers() { QCOMPARE(globals->organizationDomain, Maker::organizationDomain); }
-    void organizationHasNoName() { QCOMPARE(globals->organizationName, QString()); }
-    void nameIsThatOfTheProgram() { QCOMPARE(globals->applicationName, u"tst_application"_s); }
+    void menuBarIsNotTheSystems() { QVERIFY(globals.noNativeMenuBar); }
+    void styleIsFusion() { QCOMPARE(globals.style, u"fusion"_s); }
+    void domainIsTheMakers() { QCOMPARE(globals.organizationDomain, Maker::organizationDomain); }
+    void organizationHasNoName() { QCOMPARE(globals.organizationName, QString()); }
+    void nameIsThatOfTheProgram() { QCOMPARE(globals.applicationName, u"tst_application"_s); }
 };
 
 int main(int argc, char **argv)

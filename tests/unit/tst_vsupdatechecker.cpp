@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "cannedanswer.h"
+#include "offscreenwarnings.h"
 
 #include "config/maker.h"
 #include "update/vsupdatechecker.h"
@@ -43,7 +44,7 @@ class TestVsUpdateChecker : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(); }
+    void init() { failOnRealWarning(); }
     void infoIsKnownByItsName();
     void interfaceStandsInOrder();
     void asksOneQuestion();

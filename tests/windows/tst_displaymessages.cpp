@@ -13,6 +13,7 @@
 #include <QtTest/qtest.h>
 
 #include <memory>
+#include <utility>
 
 #include <windows.h>
 
@@ -25,12 +26,22 @@ constexpr QRect place(420, 310, 240, 240);
 constexpr QPoint offScreen(-4000, -3000);
 constexpr qintptr untouched = 99;
 
-// Notes where a window goes, message by message.
+HWND handle(const QWindow &window) { return reinterpret_cast<HWND>(window.winId()); }
+
+QPoint placeOf(const QWindow &window)
+{
+    RECT rect{};
+    GetWindowRect(handle(window), &rect);
+    return {rect.left, rect.top};
+}
+
+// Notes where a window goes from its place, message by message.
 class MoveLog : public QAbstractNativeEventFilter
 {
 public:
-    explicit MoveLog(HWND window)
-        : m_window(window)
+    explicit MoveLog(const QWindow &window)
+        : m_window(handle(window))
+        , m_last(placeOf(window))
     {
         qApp->installNativeEventFilter(this);
     }
@@ -43,16 +54,21 @@ public:
         const auto *msg = static_cast<const MSG *>(message);
         if (msg->hwnd == m_window && msg->message == WM_WINDOWPOSCHANGED) {
             const auto *changed = reinterpret_cast<const WINDOWPOS *>(msg->lParam);
-            if (!(changed->flags & SWP_NOMOVE))
-                places += QPoint(changed->x, changed->y);
+            const QPoint place(changed->x, changed->y);
+            if (!(changed->flags & SWP_NOMOVE) && place != std::exchange(m_last, place))
+                places += place;
         }
         return false;
     }
+
+    /// The X server below Wine may tell of the same moves once more, a little later.
+    QList<QPoint> firstTwo() const { return places.mid(0, 2); }
 
     QList<QPoint> places;
 
 private:
     HWND m_window;
+    QPoint m_last;
 };
 
 } // namespace
@@ -77,9 +93,7 @@ private Q_SLOTS:
 private:
     /// Hands a message for \a window to the filter. What it answers, or untouched if it passes.
     qintptr told(const QWindow &window, UINT message, WPARAM wParam = 0);
-    static HWND handle(const QWindow &window) { return reinterpret_cast<HWND>(window.winId()); }
     static bool isVisible(const QWindow &window) { return IsWindowVisible(handle(window)); }
-    static QPoint placeOf(const QWindow &window);
     static void moveTo(const QWindow &window, QPoint to);
 
     ConfigHome m_home;
@@ -124,13 +138,6 @@ qintptr TestDisplayMessages::told(const QWindow &window, UINT message, WPARAM wP
     return consumed == (result != untouched) ? result : -1;
 }
 
-QPoint TestDisplayMessages::placeOf(const QWindow &window)
-{
-    RECT rect{};
-    GetWindowRect(handle(window), &rect);
-    return {rect.left, rect.top};
-}
-
 // As Windows does when a monitor goes.
 void TestDisplayMessages::moveTo(const QWindow &window, QPoint to)
 {
@@ -141,12 +148,12 @@ void TestDisplayMessages::moveTo(const QWindow &window, QPoint to)
 
 void TestDisplayMessages::nudgesAWindowWithAMonitor()
 {
-    const MoveLog log(handle(*m_clock));
+    const MoveLog log(*m_clock);
     QCOMPARE(told(*m_clock, WM_DISPLAYCHANGE), 1);
     QVERIFY(log.places.isEmpty()); // once the message has been handled
     QVERIFY(m_masks->isEmpty());
     QTRY_COMPARE(m_masks->size(), 1);
-    QCOMPARE(log.places, (QList<QPoint>{place.topLeft() + QPoint(1, 1), place.topLeft()}));
+    QCOMPARE(log.firstTwo(), (QList<QPoint>{place.topLeft() + QPoint(1, 1), place.topLeft()}));
 }
 
 void TestDisplayMessages::nudgesTheWindowThatWasTold()
@@ -156,11 +163,11 @@ void TestDisplayMessages::nudgesTheWindowThatWasTold()
     other.setGeometry(100, 90, 200, 200);
     other.show();
     QVERIFY(QTest::qWaitForWindowExposed(&other));
-    const MoveLog ofClock(handle(*m_clock));
-    const MoveLog log(handle(other));
+    const MoveLog ofClock(*m_clock);
+    const MoveLog log(other);
     QCOMPARE(told(other, WM_DISPLAYCHANGE), 1);
     QTRY_COMPARE(m_masks->size(), 1);
-    QCOMPARE(log.places, (QList<QPoint>{{101, 91}, {100, 90}}));
+    QCOMPARE(log.firstTwo(), (QList<QPoint>{{101, 91}, {100, 90}}));
     QVERIFY(ofClock.places.isEmpty());
 }
 
@@ -168,7 +175,7 @@ void TestDisplayMessages::lostAndNotKeepingIsLeftToWindows()
 {
     m_config->setKeepPositionWhenMonitorDetatched(false);
     moveTo(*m_clock, offScreen);
-    const MoveLog log(handle(*m_clock));
+    const MoveLog log(*m_clock);
     QCOMPARE(told(*m_clock, WM_DISPLAYCHANGE), untouched);
     QVERIFY(m_masks->isEmpty());
     QTRY_COMPARE(m_masks->size(), 1);
