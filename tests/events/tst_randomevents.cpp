@@ -319,11 +319,13 @@ void TestRandomEvents::dragWithControl()
 void TestRandomEvents::turnWheel()
 {
     constexpr int notchPx = 12;
+    constexpr int handMs = 100;
     const int notches = m_dice->between(1, 6) * (m_dice->oneIn(2) ? 1 : -1);
     const QPoint at = pointOnClock();
     note(u"wheel %1 at "_s.arg(notches) + textOf({at}));
     Hands::moveTo(at);
     Hands::hold(Key::Control);
+    QTest::qWait(handMs); // a notch at the moment in which the pointer arrives counts as none
     for (int i = 0; i < std::abs(notches); ++i) {
         const int half = notchPx / 2 * (notches > 0 ? 1 : -1);
         const QRect after = m_place.adjusted(-half, -half, half, half);
