@@ -104,6 +104,7 @@ QRectF Settings::storedGeometry()
 
 RunningClock::RunningClock(const QStringList &arguments)
 {
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.start(QStringLiteral(VESPER_PROGRAM), arguments);
 }
 
@@ -140,6 +141,15 @@ int RunningClock::waitForExit()
 {
     return m_process.waitForFinished(limitMs) ? m_process.exitCode() : -1;
 }
+
+bool RunningClock::isRunning()
+{
+    return !m_process.waitForFinished(0) && m_process.state() == QProcess::Running;
+}
+
+QByteArray RunningClock::output() { return m_process.readAll(); }
+
+bool RunningClock::isPopup(HWND window) { return classOf(window).contains("QWindowPopup"_L1); }
 
 QList<HWND> RunningClock::otherWindows() const
 {

@@ -45,10 +45,15 @@ public:
     [[nodiscard]] bool waitForWindow();
     /// Waits until the program ends by itself and returns its exit code; -1 if it goes on.
     [[nodiscard]] int waitForExit();
+    bool isRunning();
+    /// What the program has written since the last call.
+    QByteArray output();
 
     HWND window() const { return m_window; }
     /// The visible windows of the program beside the clock, for example its menu.
     QList<HWND> otherWindows() const;
+    /// Whether \a window is a menu or something like it.
+    static bool isPopup(HWND window);
     /// The window of the program whose class has \a part in its name, visible or not; null without.
     HWND windowOfClass(QStringView part) const;
 

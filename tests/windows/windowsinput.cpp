@@ -56,16 +56,20 @@ void turnWheel(int notches) { sendMouse(MOUSEEVENTF_WHEEL, notches * WHEEL_DELTA
 
 void type(WORD virtualKey)
 {
-    sendKey(virtualKey, 0);
-    sendKey(virtualKey, KEYEVENTF_KEYUP);
+    hold(virtualKey);
+    letGo(virtualKey);
 }
+
+void hold(WORD virtualKey) { sendKey(virtualKey, 0); }
+
+void letGo(WORD virtualKey) { sendKey(virtualKey, KEYEVENTF_KEYUP); }
 
 HeldKey::HeldKey(WORD virtualKey)
     : m_virtualKey(virtualKey)
 {
-    sendKey(m_virtualKey, 0);
+    hold(m_virtualKey);
 }
 
-HeldKey::~HeldKey() { sendKey(m_virtualKey, KEYEVENTF_KEYUP); }
+HeldKey::~HeldKey() { letGo(m_virtualKey); }
 
 } // namespace WindowsInput

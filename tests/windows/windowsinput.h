@@ -26,7 +26,10 @@ void turnWheel(int notches);
 /// Presses and releases a key, for example VK_ESCAPE.
 void type(WORD virtualKey);
 
-/// Holds a key down.
+void hold(WORD virtualKey);
+void letGo(WORD virtualKey);
+
+/// Holds a key down as long as it lives.
 class HeldKey
 {
 public:

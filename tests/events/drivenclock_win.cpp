@@ -1,0 +1,256 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "tests/events/drivenclock.h"
+
+#include "tests/windows/runningclock.h"
+#include "tests/windows/windowsinput.h"
+
+#include <QtCore/qdir.h>
+#include <QtCore/qfileinfo.h>
+#include <QtGui/qguiapplication.h>
+#include <QtGui/qpixmap.h>
+#include <QtGui/qscreen.h>
+#include <QtTest/qtestsystem.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+WindowsInput::Button buttonOf(Hands::Button button)
+{
+    return button == Hands::Button::Left ? WindowsInput::Button::Left : WindowsInput::Button::Right;
+}
+
+WORD keyOf(Hands::Key key)
+{
+    switch (key) {
+    case Hands::Key::Return:
+        return VK_RETURN;
+    case Hands::Key::Escape:
+        return VK_ESCAPE;
+    case Hands::Key::Left:
+        return VK_LEFT;
+    case Hands::Key::Right:
+        return VK_RIGHT;
+    case Hands::Key::Up:
+        return VK_UP;
+    case Hands::Key::Down:
+        return VK_DOWN;
+    case Hands::Key::Tab:
+        return VK_TAB;
+    case Hands::Key::Space:
+        return VK_SPACE;
+    case Hands::Key::M:
+        return 'M';
+    case Hands::Key::F5:
+        return VK_F5;
+    case Hands::Key::Menu:
+        return VK_APPS;
+    case Hands::Key::Control:
+        return VK_CONTROL;
+    }
+    Q_UNREACHABLE_RETURN(VK_ESCAPE);
+}
+
+// Wine gives input to a window when it is sent: what follows a press follows it to the window that
+// has been pressed only once that knows of it.
+void waitForCapture(HWND window)
+{
+    const DWORD thread = GetWindowThreadProcessId(window, nullptr);
+    const auto hasCapture = [thread] {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof(info);
+        return GetGUIThreadInfo(thread, &info) && info.hwndCapture;
+    };
+    if (window != GetDesktopWindow() && !QTest::qWaitFor(hasCapture))
+        qWarning("The press has no effect.");
+}
+
+HWND windowUnderPointer()
+{
+    POINT pointer = {};
+    GetCursorPos(&pointer);
+    return WindowFromPoint(pointer);
+}
+
+// What Qt says of Wine.
+bool isAboutWine(QByteArrayView line)
+{
+    return line.startsWith("qt.qpa.screen: \"Unable to open monitor interface")
+        || line.startsWith("EnableNonClientDpiScaling() failed");
+}
+
+QRect geometryOf(HWND window)
+{
+    RECT rect = {};
+    GetWindowRect(window, &rect);
+    return QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1));
+}
+
+} // namespace
+
+struct DrivenClock::Program {
+    std::unique_ptr<RunningClock> clock;
+
+    HWND window() const { return clock->window(); }
+    // The oldest first: the later one lies above.
+    QList<HWND> menus() const
+    {
+        QList<HWND> windows = clock->otherWindows();
+        windows.removeIf([](HWND window) { return !RunningClock::isPopup(window); });
+        std::reverse(windows.begin(), windows.end());
+        return windows;
+    }
+    QList<HWND> dialogs() const
+    {
+        QList<HWND> windows = clock->otherWindows();
+        windows.removeIf(RunningClock::isPopup);
+        return windows;
+    }
+};
+
+DrivenClock::DrivenClock(const QJsonObject &settings)
+    : m_program(std::make_unique<Program>())
+{
+    qputenv("QT_FORCE_STDERR_LOGGING", "1"); // and not to the debugger
+    QDir(Settings::makerFolder()).removeRecursively();
+    if (!Settings::write(settings))
+        qWarning("The settings cannot be written.");
+}
+
+DrivenClock::~DrivenClock()
+{
+    m_program.reset();
+    QDir(Settings::makerFolder()).removeRecursively();
+}
+
+bool DrivenClock::start()
+{
+    constexpr int styleMs = 500; // with some to spare
+    m_program->clock = std::make_unique<RunningClock>();
+    if (!m_program->clock->waitForWindow())
+        return false;
+    QTest::qWait(styleMs);
+    return true;
+}
+
+std::optional<int> DrivenClock::waitForExit()
+{
+    const int code = m_program->clock->waitForExit();
+    return code < 0 ? std::nullopt : std::optional(code); // that of a crash is negative as well
+}
+
+bool DrivenClock::isRunning() const { return m_program->clock->isRunning(); }
+
+QByteArray DrivenClock::output()
+{
+    QByteArrayList lines = m_program->clock->output().replace('\r', "").split('\n');
+    lines.removeIf(isAboutWine);
+    return lines.join('\n');
+}
+
+QJsonObject DrivenClock::settings() const { return Settings::read(); }
+
+QDateTime DrivenClock::settingsTime() const
+{
+    return QFileInfo(Settings::folder() + u"/config.json"_s).lastModified();
+}
+
+bool DrivenClock::isSeen() const
+{
+    return m_program->clock->isVisible() && !IsIconic(m_program->window());
+}
+
+QRect DrivenClock::geometry() const { return m_program->clock->geometry(); }
+
+bool DrivenClock::isMasked() const { return m_program->clock->mask().has_value(); }
+
+bool DrivenClock::isTopmost() const { return m_program->clock->styles() & WS_EX_TOPMOST; }
+
+bool DrivenClock::isOnTaskbar() const { return m_program->clock->styles() & WS_EX_APPWINDOW; }
+
+bool DrivenClock::hasKeyboard() const { return GetForegroundWindow() == m_program->window(); }
+
+void DrivenClock::restore() const
+{
+    PostMessageW(m_program->window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+}
+
+QList<QRect> DrivenClock::menus() const
+{
+    QList<QRect> result;
+    const QList<HWND> menus = m_program->menus();
+    for (const HWND menu : menus)
+        result.append(geometryOf(menu));
+    return result;
+}
+
+QImage DrivenClock::menuPicture() const
+{
+    const QList<HWND> menus = m_program->menus();
+    return menus.isEmpty()
+        ? QImage()
+        : QGuiApplication::primaryScreen()->grabWindow(WId(menus.last())).toImage();
+}
+
+int DrivenClock::dialogs() const { return int(m_program->dialogs().size()); }
+
+bool DrivenClock::dialogHasKeyboard() const
+{
+    return m_program->dialogs().contains(GetForegroundWindow());
+}
+
+void DrivenClock::closeDialogs() const
+{
+    const QList<HWND> dialogs = m_program->dialogs();
+    for (const HWND dialog : dialogs)
+        PostMessageW(dialog, WM_CLOSE, 0, 0);
+}
+
+namespace Hands
+{
+
+void moveTo(QPoint point) { WindowsInput::moveTo(point); }
+
+void press(Button button)
+{
+    const HWND window = windowUnderPointer();
+    WindowsInput::press(buttonOf(button));
+    waitForCapture(window);
+}
+
+// A hand takes its time before it presses again. Who asks for a button that is pressed gets to know
+// its present state, which is no longer that of the event.
+void release(Button button)
+{
+    constexpr int handMs = 30;
+    WindowsInput::release(buttonOf(button));
+    QTest::qWait(handMs);
+}
+
+void click(QPoint point, Button button)
+{
+    moveTo(point);
+    press(button);
+    release(button);
+}
+
+void turnWheel(int notches) { WindowsInput::turnWheel(notches); }
+
+void type(Key key) { WindowsInput::type(keyOf(key)); }
+
+// Windows gives the wheel to the window under the pointer, Wine to the active one, which alone gets
+// to know of the key, too.
+void hold(Key key)
+{
+    SetForegroundWindow(windowUnderPointer());
+    WindowsInput::hold(keyOf(key));
+}
+
+void letGo(Key key) { WindowsInput::letGo(keyOf(key)); }
+
+} // namespace Hands
