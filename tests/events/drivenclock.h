@@ -25,6 +25,9 @@ public:
     Q_DISABLE_COPY_MOVE(DrivenClock)
     ~DrivenClock();
 
+    /// Whether a clock that lies on the screen only in part stays there, whatever else happens.
+    static bool canHangOverTheEdge();
+
     /// Starts the program, and waits until the clock is seen and its menu has its style. False if
     /// that never happens.
     [[nodiscard]] bool start();

@@ -14,6 +14,7 @@
 #include <QtTest/qtestsystem.h>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -56,18 +57,12 @@ WORD keyOf(Hands::Key key)
     Q_UNREACHABLE_RETURN(VK_ESCAPE);
 }
 
-// Wine gives input to a window when it is sent: what follows a press follows it to the window that
-// has been pressed only once that knows of it.
-void waitForCapture(HWND window)
+GUITHREADINFO threadOf(HWND window)
 {
-    const DWORD thread = GetWindowThreadProcessId(window, nullptr);
-    const auto hasCapture = [thread] {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof(info);
-        return GetGUIThreadInfo(thread, &info) && info.hwndCapture;
-    };
-    if (window != GetDesktopWindow() && !QTest::qWaitFor(hasCapture))
-        qWarning("The press has no effect.");
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof(info);
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    return info;
 }
 
 HWND windowUnderPointer()
@@ -77,11 +72,22 @@ HWND windowUnderPointer()
     return WindowFromPoint(pointer);
 }
 
-// What Qt says of Wine.
+// A hand is not as fast as a test. Wine remembers for 50 ms which buttons are down, and which keys,
+// and tells that to a program that asks.
+void waitAsAHand() { QTest::qWait(60); }
+
+bool isOfAProgram(HWND window) { return window != GetDesktopWindow(); }
+
+// What Qt says of Wine, and of the heights of the settings' entries with Wine's fonts, which
+// settle.
 bool isAboutWine(QByteArrayView line)
 {
-    return line.startsWith("qt.qpa.screen: \"Unable to open monitor interface")
-        || line.startsWith("EnableNonClientDpiScaling() failed");
+    constexpr std::array beginnings{"qt.qpa.screen: \"Unable to open monitor interface",
+        "EnableNonClientDpiScaling() failed",
+        "qrc:/qt/qml/vesper/qml/Settings.qml:384:17: QML SettingBox: Binding loop detected",
+        "qrc:/qt-project.org/imports/QtQuick/Controls/FluentWinUI3/"};
+    return std::ranges::any_of(
+        beginnings, [line](const char *beginning) { return line.startsWith(beginning); });
 }
 
 QRect geometryOf(HWND window)
@@ -122,6 +128,9 @@ DrivenClock::DrivenClock(const QJsonObject &settings)
         qWarning("The settings cannot be written.");
 }
 
+// Wine has a managed window of what belongs on the taskbar, which the window manager moves back.
+bool DrivenClock::canHangOverTheEdge() { return false; }
+
 DrivenClock::~DrivenClock()
 {
     m_program.reset();
@@ -141,6 +150,8 @@ bool DrivenClock::start()
 std::optional<int> DrivenClock::waitForExit()
 {
     const int code = m_program->clock->waitForExit();
+    if (code != 0)
+        qWarning("code %d", code);
     return code < 0 ? std::nullopt : std::optional(code); // that of a crash is negative as well
 }
 
@@ -165,7 +176,16 @@ bool DrivenClock::isSeen() const
     return m_program->clock->isVisible() && !IsIconic(m_program->window());
 }
 
-QRect DrivenClock::geometry() const { return m_program->clock->geometry(); }
+// Without the frame for resizing that a clock has which was restored from the taskbar: Windows cuts
+// it off together with the corners.
+QRect DrivenClock::geometry() const
+{
+    RECT rect = {};
+    GetClientRect(m_program->window(), &rect);
+    POINT place = {};
+    ClientToScreen(m_program->window(), &place);
+    return QRect(place.x, place.y, rect.right, rect.bottom);
+}
 
 bool DrivenClock::isMasked() const { return m_program->clock->mask().has_value(); }
 
@@ -214,22 +234,44 @@ void DrivenClock::closeDialogs() const
 namespace Hands
 {
 
-void moveTo(QPoint point) { WindowsInput::moveTo(point); }
+namespace
+{
 
+std::optional<Key> heldKey;
+
+// As a key that is held does. Wine takes it for released, because the X server has never seen it
+// pressed, whenever a window comes to the pointer.
+void repeatHeldKey()
+{
+    if (heldKey)
+        WindowsInput::hold(keyOf(*heldKey));
+}
+
+} // namespace
+
+void moveTo(QPoint point)
+{
+    repeatHeldKey();
+    WindowsInput::moveTo(point);
+}
+
+// Wine gives input to a window when it is sent: what follows a press reaches the window that has
+// been pressed only once that knows of it.
 void press(Button button)
 {
     const HWND window = windowUnderPointer();
+    waitAsAHand();
+    repeatHeldKey();
     WindowsInput::press(buttonOf(button));
-    waitForCapture(window);
+    const auto isTaken = [window] { return threadOf(window).hwndCapture; };
+    if (isOfAProgram(window) && !QTest::qWaitFor(isTaken))
+        qWarning("The press has no effect.");
 }
 
-// A hand takes its time before it presses again. Who asks for a button that is pressed gets to know
-// its present state, which is no longer that of the event.
 void release(Button button)
 {
-    constexpr int handMs = 30;
     WindowsInput::release(buttonOf(button));
-    QTest::qWait(handMs);
+    waitAsAHand();
 }
 
 void click(QPoint point, Button button)
@@ -239,7 +281,12 @@ void click(QPoint point, Button button)
     release(button);
 }
 
-void turnWheel(int notches) { WindowsInput::turnWheel(notches); }
+void turnWheel(int notches)
+{
+    repeatHeldKey();
+    WindowsInput::turnWheel(notches);
+    waitAsAHand();
+}
 
 void type(Key key) { WindowsInput::type(keyOf(key)); }
 
@@ -247,10 +294,22 @@ void type(Key key) { WindowsInput::type(keyOf(key)); }
 // to know of the key, too.
 void hold(Key key)
 {
-    SetForegroundWindow(windowUnderPointer());
-    WindowsInput::hold(keyOf(key));
+    const HWND window = windowUnderPointer();
+    const auto hasFocus = [window] {
+        SetForegroundWindow(window);
+        return threadOf(window).hwndFocus == window;
+    };
+    if (isOfAProgram(window) && !QTest::qWaitFor(hasFocus))
+        qWarning("The window has no focus.");
+    heldKey = key;
+    repeatHeldKey();
+    waitAsAHand();
 }
 
-void letGo(Key key) { WindowsInput::letGo(keyOf(key)); }
+void letGo(Key key)
+{
+    heldKey.reset();
+    WindowsInput::letGo(keyOf(key));
+}
 
 } // namespace Hands

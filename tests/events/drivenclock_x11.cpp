@@ -74,6 +74,8 @@ DrivenClock::DrivenClock(const QJsonObject &settings)
     m_program->home.writeSettings(settings);
 }
 
+bool DrivenClock::canHangOverTheEdge() { return true; }
+
 DrivenClock::~DrivenClock() = default;
 
 bool DrivenClock::start()

@@ -269,7 +269,8 @@ QPoint TestRandomEvents::pointElsewhere()
 // managers.
 bool TestRandomEvents::canStandAt(QRect place) const
 {
-    if (place.width() > m_place.width() && !screen().contains(place))
+    const bool isHanging = !screen().contains(place);
+    if (isHanging && (place.width() > m_place.width() || !DrivenClock::canHangOverTheEdge()))
         return false;
     return place.width() <= largestSide
         && screen().adjusted(edgePx, edgePx, -edgePx, -edgePx).contains(place.center());

@@ -139,7 +139,9 @@ bool RunningClock::waitForWindow()
 
 int RunningClock::waitForExit()
 {
-    return m_process.waitForFinished(limitMs) ? m_process.exitCode() : -1;
+    const bool hasEnded
+        = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(limitMs);
+    return hasEnded ? m_process.exitCode() : -1;
 }
 
 bool RunningClock::isRunning()
