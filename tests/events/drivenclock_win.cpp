@@ -72,8 +72,8 @@ HWND windowUnderPointer()
     return WindowFromPoint(pointer);
 }
 
-// A hand is not as fast as a test. Wine remembers for 50 ms which buttons are down, and which keys,
-// and tells that to a program that asks.
+// Faster, presses and turns of the wheel get lost: it seems that Wine remembers for 50 ms which
+// buttons and keys are down, for a program that asks.
 void waitAsAHand() { QTest::qWait(60); }
 
 bool isOfAProgram(HWND window) { return window != GetDesktopWindow(); }
@@ -239,8 +239,8 @@ namespace
 
 std::optional<Key> heldKey;
 
-// As a key that is held does. Wine takes it for released, because the X server has never seen it
-// pressed, whenever a window comes to the pointer.
+// As a key that is held does. Wine seems to take it for released whenever a window comes to the
+// pointer, because the X server has never seen it pressed.
 void repeatHeldKey()
 {
     if (heldKey)
