@@ -78,16 +78,15 @@ void waitAsAHand() { QTest::qWait(60); }
 
 bool isOfAProgram(HWND window) { return window != GetDesktopWindow(); }
 
-// What Qt says of Wine, and of the heights of the settings' entries with Wine's fonts, which
-// settle.
-bool isAboutWine(QByteArrayView line)
+// What Qt says of Wine, and of the heights of the settings' entries, on this system alone.
+bool isKnown(QByteArrayView line)
 {
-    constexpr std::array beginnings{"qt.qpa.screen: \"Unable to open monitor interface",
-        "EnableNonClientDpiScaling() failed",
-        "qrc:/qt/qml/vesper/qml/Settings.qml:384:17: QML SettingBox: Binding loop detected",
-        "qrc:/qt-project.org/imports/QtQuick/Controls/FluentWinUI3/"};
+    static const std::array parts{"Unable to open monitor interface"_ba,
+        "EnableNonClientDpiScaling() failed"_ba,
+        "QML SettingBox: Binding loop detected for property \"implicitHeight\""_ba,
+        "qrc:/qt-project.org/imports/QtQuick/Controls/FluentWinUI3/"_ba};
     return std::ranges::any_of(
-        beginnings, [line](const char *beginning) { return line.startsWith(beginning); });
+        parts, [line](const QByteArray &part) { return line.contains(part); });
 }
 
 QRect geometryOf(HWND window)
@@ -160,7 +159,7 @@ bool DrivenClock::isRunning() const { return m_program->clock->isRunning(); }
 QByteArray DrivenClock::output()
 {
     QByteArrayList lines = m_program->clock->output().replace('\r', "").split('\n');
-    lines.removeIf(isAboutWine);
+    lines.removeIf(isKnown);
     return lines.join('\n');
 }
 
@@ -209,12 +208,15 @@ QList<QRect> DrivenClock::menus() const
     return result;
 }
 
+// From the screen: X ends a program that copies a window of another one which has just gone.
 QImage DrivenClock::menuPicture() const
 {
-    const QList<HWND> menus = m_program->menus();
-    return menus.isEmpty()
+    const QRect place = menus().value(menus().size() - 1);
+    return place.isEmpty()
         ? QImage()
-        : QGuiApplication::primaryScreen()->grabWindow(WId(menus.last())).toImage();
+        : QGuiApplication::primaryScreen()
+              ->grabWindow(0, place.x(), place.y(), place.width(), place.height())
+              .toImage();
 }
 
 int DrivenClock::dialogs() const { return int(m_program->dialogs().size()); }
