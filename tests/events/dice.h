@@ -23,7 +23,7 @@ public:
     /// One of \a least ... \a most.
     int between(int least, int most) { return least + below(most - least + 1); }
     bool oneIn(int count) { return below(count) == 0; }
-    QPoint pointIn(QRect rectangle)
+    QPoint anyPointOf(QRect rectangle)
     {
         const int x = between(rectangle.left(), rectangle.right());
         return {x, between(rectangle.top(), rectangle.bottom())};

@@ -102,7 +102,7 @@ private:
     void turnWheel();
     void turnWheelAlone();
     void pullCorner();
-    void doubleClick();
+    void clickTwice();
     void typeKey();
     void clickElsewhere();
     void chooseInMenu();
@@ -145,7 +145,7 @@ const QList<TestRandomEvents::Kind> &TestRandomEvents::kinds()
         {6, &TestRandomEvents::turnWheel},
         {1, &TestRandomEvents::turnWheelAlone},
         {6, &TestRandomEvents::pullCorner},
-        {2, &TestRandomEvents::doubleClick},
+        {2, &TestRandomEvents::clickTwice},
         {3, &TestRandomEvents::typeKey},
         {2, &TestRandomEvents::clickElsewhere},
         {5, &TestRandomEvents::chooseInMenu},
@@ -253,14 +253,14 @@ QString TestRandomEvents::difference() const
 QPoint TestRandomEvents::pointOnClock()
 {
     const int off = m_place.width() / 4;
-    return m_dice->pointIn(m_place.adjusted(off, off, -off, -off) & screen());
+    return m_dice->anyPointOf(m_place.adjusted(off, off, -off, -off) & screen());
 }
 
 QPoint TestRandomEvents::pointElsewhere()
 {
     QPoint point;
     do {
-        point = m_dice->pointIn(screen());
+        point = m_dice->anyPointOf(screen());
     } while (m_place.contains(point));
     return point;
 }
@@ -287,7 +287,7 @@ void TestRandomEvents::drag()
     QList<QPoint> points{pointOnClock()};
     const QRect before = m_place;
     for (int i = m_dice->between(1, 4); i > 0; --i) {
-        const QPoint to = m_dice->pointIn(screen());
+        const QPoint to = m_dice->anyPointOf(screen());
         const QRect after = before.translated(to - points.first());
         if (!canStandAt(after))
             continue;
@@ -306,7 +306,7 @@ void TestRandomEvents::drag()
 void TestRandomEvents::dragWithControl()
 {
     const QPoint from = pointOnClock();
-    const QPoint to = m_dice->pointIn(screen());
+    const QPoint to = m_dice->anyPointOf(screen());
     note(u"drag with Control "_s + textOf({from, to}));
     Hands::hold(Key::Control);
     Hands::moveTo(from);
@@ -360,7 +360,7 @@ void TestRandomEvents::pullCorner()
     const QRect before = m_place;
     const QPoint from(growX > 0 ? before.right() - inwardPx : before.left() + inwardPx,
         growY > 0 ? before.bottom() - inwardPx : before.top() + inwardPx);
-    const QPoint off = m_dice->pointIn(QRect(QPoint(-farPx, -farPx), QPoint(farPx, farPx)));
+    const QPoint off = m_dice->anyPointOf(QRect(QPoint(-farPx, -farPx), QPoint(farPx, farPx)));
     const QPoint to = clampedTo(screen(), from + off);
     const int outX = (to.x() - from.x()) * growX;
     const int outY = (to.y() - from.y()) * growY;
@@ -380,7 +380,7 @@ void TestRandomEvents::pullCorner()
     Hands::release();
 }
 
-void TestRandomEvents::doubleClick()
+void TestRandomEvents::clickTwice()
 {
     const QPoint at = pointOnClock();
     note(u"double click "_s + textOf({at}));
