@@ -21,6 +21,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+constexpr int answerMs = 1000;
+
 WindowsInput::Button buttonOf(Hands::Button button)
 {
     return button == Hands::Button::Left ? WindowsInput::Button::Left : WindowsInput::Button::Right;
@@ -65,12 +67,14 @@ GUITHREADINFO threadOf(HWND window)
     return info;
 }
 
-HWND windowUnderPointer()
+QPoint pointer()
 {
-    POINT pointer = {};
-    GetCursorPos(&pointer);
-    return WindowFromPoint(pointer);
+    POINT point = {};
+    GetCursorPos(&point);
+    return {point.x, point.y};
 }
+
+HWND windowUnderPointer() { return WindowFromPoint({pointer().x(), pointer().y()}); }
 
 // Faster, presses and turns of the wheel get lost: it seems that Wine remembers for 50 ms which
 // buttons and keys are down, for a program that asks.
@@ -208,15 +212,16 @@ QList<QRect> DrivenClock::menus() const
     return result;
 }
 
-// From the screen: X ends a program that copies a window of another one which has just gone.
+// Not that of the screen, where something else may lie above. The menu has see-through parts, and X
+// ends a program that copies it at the moment in which Wine makes them so.
 QImage DrivenClock::menuPicture() const
 {
-    const QRect place = menus().value(menus().size() - 1);
-    return place.isEmpty()
+    constexpr int settleMs = 100;
+    QTest::qWait(settleMs);
+    const QList<HWND> menus = m_program->menus();
+    return menus.isEmpty()
         ? QImage()
-        : QGuiApplication::primaryScreen()
-              ->grabWindow(0, place.x(), place.y(), place.width(), place.height())
-              .toImage();
+        : QGuiApplication::primaryScreen()->grabWindow(WId(menus.last())).toImage();
 }
 
 int DrivenClock::dialogs() const { return int(m_program->dialogs().size()); }
@@ -258,16 +263,16 @@ void moveTo(QPoint point)
 }
 
 // Wine gives input to a window when it is sent: what follows a press reaches the window that has
-// been pressed only once that knows of it.
+// been pressed only once that has taken the mouse. Not every window does.
 void press(Button button)
 {
     const HWND window = windowUnderPointer();
+    const auto isTaken = [window] { return threadOf(window).hwndCapture != nullptr; };
     waitAsAHand();
     repeatHeldKey();
     WindowsInput::press(buttonOf(button));
-    const auto isTaken = [window] { return threadOf(window).hwndCapture; };
-    if (isOfAProgram(window) && !QTest::qWaitFor(isTaken))
-        qWarning("The press has no effect.");
+    if (isOfAProgram(window) && !QTest::qWaitFor(isTaken, answerMs))
+        qInfo("A press has no effect.");
 }
 
 void release(Button button)
@@ -293,7 +298,7 @@ void turnWheel(int notches)
 void type(Key key) { WindowsInput::type(keyOf(key)); }
 
 // Windows gives the wheel to the window under the pointer, Wine to the active one, which alone gets
-// to know of the key, too.
+// to know of the key, too. Now and then Wine does not heed the wish, but a click always works.
 void hold(Key key)
 {
     const HWND window = windowUnderPointer();
@@ -301,8 +306,8 @@ void hold(Key key)
         SetForegroundWindow(window);
         return threadOf(window).hwndFocus == window;
     };
-    if (isOfAProgram(window) && !QTest::qWaitFor(hasFocus))
-        qWarning("The window has no focus.");
+    if (isOfAProgram(window) && !QTest::qWaitFor(hasFocus, answerMs))
+        click(pointer());
     heldKey = key;
     repeatHeldKey();
     waitAsAHand();

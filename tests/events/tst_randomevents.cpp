@@ -12,6 +12,7 @@
 #include <QtCore/qdebug.h>
 #include <QtCore/qjsondocument.h>
 #include <QtGui/qguiapplication.h>
+#include <QtGui/qregion.h>
 #include <QtGui/qscreen.h>
 #include <QtTest/qtest.h>
 
@@ -316,7 +317,7 @@ void TestRandomEvents::dragWithControl()
     Hands::letGo(Key::Control);
 }
 
-// The limit itself is not reached.
+// The limit itself is not reached, and the clock does not shrink away from under the hand.
 void TestRandomEvents::turnWheel()
 {
     constexpr int notchPx = 12;
@@ -330,7 +331,7 @@ void TestRandomEvents::turnWheel()
     for (int i = 0; i < std::abs(notches); ++i) {
         const int half = notchPx / 2 * (notches > 0 ? 1 : -1);
         const QRect after = m_place.adjusted(-half, -half, half, half);
-        if (!canStandAt(after))
+        if (!canStandAt(after) || !QRegion(after, QRegion::Ellipse).contains(at))
             break;
         Hands::turnWheel(notches > 0 ? 1 : -1);
         if (after.width() <= smallestSide)
