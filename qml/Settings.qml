@@ -393,7 +393,7 @@ Window {
                     Layout.fillWidth: true
                     Layout.preferredHeight: explanation.y + explanation.height
                     Layout.topMargin: 16
-                    bottomPadding: ignoreMouseBox.height - 26
+                    bottomPadding: explanation.height
                     setting: "ignoreMouseEvent"
                     text: qsTr("Ignore Mouse Events")
 

@@ -42,7 +42,8 @@ struct ClockStart {
     QStringList arguments = {};
     /// Added to the environment of the test; an empty value takes a variable away.
     QMap<QString, QString> environment = {};
-    QString program = QStringLiteral(VESPER_PROGRAM);
+    /// Another one by the variable VESPER_PROGRAM, for example that of a build with the sanitizers.
+    QString program = qEnvironmentVariable("VESPER_PROGRAM", QStringLiteral(VESPER_PROGRAM));
 };
 
 /// An environment in which the time stands still at \a dateTime, for example 2026-11-15 10:08:42.
