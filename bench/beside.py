@@ -29,8 +29,8 @@ SLICE_SECONDS = 3
 SLICES = 13
 FAKE_TIME = "/usr/lib/x86_64-linux-gnu/faketime/libfaketimeMT.so.1"
 
-# It was 3.5, and 6.2 at double speed.
-CPU_RATIO_LIMIT = 6.0
+# It was 2.2, and 4.6 at double speed.
+CPU_RATIO_LIMIT = 4.0
 # It was 4.0 to 4.3, on every machine: what wakes oftener ticks oftener, or has a timer beside the tick.
 MOST_WAKE_UPS = 6.0
 PSS_LIMIT_MIB = 80.0  # it was 62, less where other programs share its libraries
