@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// A window of Qt Quick with nothing in it, and an icon in the tray: what a clock that is made of
-// them costs before it shows anything. empty_window SIDE PLACE, both in pixels.
+// A window of Qt Quick with nothing in it but a square, by which it is seen to be painted, and an
+// icon in the tray: what a clock that is made of them costs before it shows anything. empty_window
+// SIDE PLACE, both in pixels.
 
 #include <QtGui/qpixmap.h>
 #include <QtQml/qqmlapplicationengine.h>
@@ -23,6 +24,9 @@ int main(int argc, char *argv[])
     engine.setInitialProperties({{QStringLiteral("x"), place}, {QStringLiteral("y"), place},
         {QStringLiteral("width"), side}, {QStringLiteral("height"), side}});
     engine.loadData("import QtQuick\n"
-                    "Window { flags: Qt.FramelessWindowHint; visible: true }\n");
+                    "Window {\n"
+                    "    flags: Qt.FramelessWindowHint; visible: true\n"
+                    "    Rectangle { color: 'gray'; width: parent.width / 2; height: width }\n"
+                    "}\n");
     return QApplication::exec();
 }
