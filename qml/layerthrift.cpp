@@ -3,8 +3,12 @@
 
 #include "qml/layerthrift.h"
 
+#include "platform/freememory.h"
+
+#include <QtCore/qtextstream.h>
 #include <QtGui/qpainter.h>
 #include <QtQuick/private/qquickimage_p.h>
+#include <QtQuick/private/qquickimagebase_p_p.h>
 #include <QtQuick/private/qquickitem_p.h>
 #include <QtQuick/private/qsgadaptationlayer_p.h>
 #include <QtQuick/qquickwindow.h>
@@ -13,7 +17,11 @@
 #include <QtQuick/qsgtextureprovider.h>
 
 #include <algorithm>
+#include <chrono>
+#include <functional>
 #include <utility>
+
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -23,6 +31,12 @@ constexpr QRectF whole(0, 0, 1, 1);
 // left out below.
 constexpr double room = 1.0 / 64;
 constexpr int lines = 512; // to look at, at most twice as many
+
+QRectF scaled(QRectF shares, QSizeF size)
+{
+    return {shares.x() * size.width(), shares.y() * size.height(), shares.width() * size.width(),
+        shares.height() * size.height()};
+}
 
 // The pixels of a line from the first to the last that is not clear.
 QRect filledPixels(const QImage &picture, int y)
@@ -58,6 +72,64 @@ bool coversWindow(const QQuickItem *item)
 QSGInternalImageNode *nodeOf(QQuickImage *image)
 {
     return static_cast<QSGInternalImageNode *>(QQuickItemPrivate::get(image)->paintNode);
+}
+
+// A picture that was cut says by itself where it lies in the whole one, so that it is never taken
+// for that: its left and top edge, and the width and height of the whole, in pixels.
+constexpr QLatin1StringView placeText("Place");
+
+QImage cutTo(QRectF part, const QImage &picture)
+{
+    const int width = picture.width();
+    const int height = picture.height();
+    const QRect pixels = scaled(part, picture.size()).toAlignedRect() & picture.rect();
+    QImage cut = picture.copy(pixels);
+    QString place;
+    QTextStream(&place) << pixels.x() << ' ' << pixels.y() << ' ' << width << ' ' << height;
+    cut.setText(placeText, place);
+    return cut;
+}
+
+// The part of the whole picture that this one has, in shares of it.
+QRectF heldPart(const QImage &picture)
+{
+    QString place = picture.text(placeText);
+    if (place.isEmpty())
+        return whole;
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+    QTextStream(&place) >> x >> y >> width >> height;
+    return {x / width, y / height, picture.width() / width, picture.height() / height};
+}
+
+// Qt would hold the whole picture beside what is cut out, so it is told that this is all.
+void cutPicture(QQuickImage *image, QRectF part)
+{
+    auto *base = static_cast<QQuickImageBasePrivate *>(QQuickItemPrivate::get(image));
+    base->currentPix->setImage(cutTo(part, image->image()));
+    image->update();
+}
+
+void paint(QQuickImage *image, QSGTexture *texture, QRectF target, QRectF source)
+{
+    QSGInternalImageNode *node = nodeOf(image);
+    node->setTexture(texture);
+    node->setTargetRect(target);
+    node->setInnerTargetRect(target);
+    node->setSubSourceRect(source);
+    node->update();
+}
+
+void visitImages(QQuickItem *item, const std::function<void(QQuickImage *)> &visit)
+{
+    const QList<QQuickItem *> children = QQuickItemPrivate::get(item)->paintOrderChildItems();
+    for (QQuickItem *child : children) {
+        if (auto *image = qobject_cast<QQuickImage *>(child))
+            visit(image);
+        visitImages(child, visit);
+    }
 }
 
 // What is shown at nearly its own size costs little to paint, and much to keep where it is large.
@@ -103,16 +175,17 @@ LayerThrift::LayerThrift(QQuickWindow *window)
     const auto lookAtAll = [this] {
         m_isWholeFrame = false;
         m_before = std::exchange(m_layers, {}); // of images that have gone nothing stays
-        lookBelow(m_window->contentItem());
+        visitImages(m_window->contentItem(), [this](QQuickImage *image) { lookAt(image); });
     };
     connect(window, &QQuickWindow::afterSynchronizing, this, lookAtAll, Qt::DirectConnection);
+    m_cutting.setSingleShot(true);
+    m_cutting.setInterval(1s);
+    connect(&m_cutting, &QTimer::timeout, this, &LayerThrift::cutPictures);
 }
 
 QRectF LayerThrift::paintedPart(const QQuickImage *image) const
 {
-    const QRectF part = m_layers.value(image).painted;
-    return {part.x() * image->width(), part.y() * image->height(), part.width() * image->width(),
-        part.height() * image->height()};
+    return scaled(m_layers.value(image).painted, image->size());
 }
 
 bool LayerThrift::isKept(const QQuickImage *image) const
@@ -120,14 +193,9 @@ bool LayerThrift::isKept(const QQuickImage *image) const
     return m_layers.value(image).kept != nullptr;
 }
 
-void LayerThrift::lookBelow(QQuickItem *item)
+bool LayerThrift::isCut(const QQuickImage *image) const
 {
-    const QList<QQuickItem *> children = QQuickItemPrivate::get(item)->paintOrderChildItems();
-    for (QQuickItem *child : children) {
-        if (auto *image = qobject_cast<QQuickImage *>(child))
-            lookAt(image);
-        lookBelow(child);
-    }
+    return heldPart(image->image()) != whole;
 }
 
 void LayerThrift::lookAt(QQuickImage *image)
@@ -137,19 +205,27 @@ void LayerThrift::lookAt(QQuickImage *image)
         || image->mirrorVertically())
         return;
     Layer layer = m_before.value(image);
+    const QImage picture = image->image();
+    const bool isOtherPicture = layer.picture != picture.cacheKey();
+    layer.picture = picture.cacheKey();
+    if (isOtherPicture)
+        layer.held = heldPart(picture);
     // While the next picture is loading the one before it is painted.
-    if (image->status() == QQuickImage::Ready && layer.source != image->source())
-        layer = {image->source(), filledPart(image->image()), {}, {}, {}};
+    if (image->status() == QQuickImage::Ready && layer.source != image->source()) {
+        layer.source = image->source();
+        layer.filled = layer.held == whole ? filledPart(picture) : layer.held;
+    }
     if (layer.filled.isNull())
         return;
+    if (isOtherPicture && isComputedHere())
+        m_cutting.start();
     choosePart(layer, image);
     keepPixels(layer, image);
     m_layers.insert(image, layer);
     if (layer.kept)
-        paintKept(layer, node);
+        paintKept(layer, image);
     else
         paintPart(layer, image);
-    node->update();
 }
 
 void LayerThrift::choosePart(Layer &layer, QQuickImage *image)
@@ -167,7 +243,7 @@ void LayerThrift::choosePart(Layer &layer, QQuickImage *image)
 // Only in the second frame of the same look: while the clock is resized each one is the last.
 void LayerThrift::keepPixels(Layer &layer, const QQuickImage *image) const
 {
-    const Look look = lookOf(image);
+    const Look look = lookOf(layer, image);
     if (std::exchange(layer.look, look) != look || look.target.isEmpty())
         layer.kept.reset();
     else if (!layer.kept)
@@ -175,20 +251,24 @@ void LayerThrift::keepPixels(Layer &layer, const QQuickImage *image) const
             pixelsFor(look.target, look.smooth, keptPixels(look), image->image())));
 }
 
-LayerThrift::Look LayerThrift::lookOf(const QQuickImage *image) const
+LayerThrift::Look LayerThrift::lookOf(const Layer &layer, const QQuickImage *image) const
 {
     const QTransform transform = image->itemTransform(nullptr, nullptr);
-    // Other renderers leave that work to the graphics card.
-    if (transform.type() > QTransform::TxTranslate || !isSeen(image)
-        || m_window->rendererInterface()->graphicsApi() != QSGRendererInterface::Software)
+    if (transform.type() > QTransform::TxTranslate || !isSeen(image) || !isComputedHere())
         return {};
     const double ratio = m_window->effectiveDevicePixelRatio();
-    const QRectF place = transform.mapRect(QRectF(QPointF(), image->size()));
+    const QRectF place = transform.mapRect(scaled(layer.held, image->size()));
     const QRectF target(place.topLeft() * ratio, place.size() * ratio);
     const QImage picture = image->image();
     if (!isWorthKeeping(picture, target.size()))
         return {};
     return {picture.cacheKey(), image->smooth(), target};
+}
+
+// Other renderers leave that work to the graphics card, and the pictures to its memory.
+bool LayerThrift::isComputedHere() const
+{
+    return m_window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
 }
 
 // What of it lies in the window.
@@ -199,24 +279,41 @@ QRect LayerThrift::keptPixels(const Look &look) const
         & QRect(QPoint(), (QSizeF(m_window->size()) * ratio).toSize());
 }
 
-void LayerThrift::paintKept(const Layer &layer, QSGInternalImageNode *node) const
+void LayerThrift::paintKept(const Layer &layer, QQuickImage *image) const
 {
     const double ratio = m_window->effectiveDevicePixelRatio();
     const QRectF pixels = keptPixels(layer.look);
     const QRectF target(
         (pixels.topLeft() - layer.look.target.topLeft()) / ratio, pixels.size() / ratio);
-    node->setTexture(layer.kept.get());
-    node->setTargetRect(target);
-    node->setInnerTargetRect(target);
-    node->setSubSourceRect(whole);
+    const QPointF corner = scaled(layer.held, image->size()).topLeft();
+    paint(image, layer.kept.get(), target.translated(corner), whole);
 }
 
 void LayerThrift::paintPart(const Layer &layer, QQuickImage *image) const
 {
-    QSGInternalImageNode *node = nodeOf(image);
-    const QRectF target = paintedPart(image);
-    node->setTexture(image->textureProvider()->texture()); // its own
-    node->setTargetRect(target);
-    node->setInnerTargetRect(target);
-    node->setSubSourceRect(layer.painted);
+    const QRectF &held = layer.held;
+    const QRectF &painted = layer.painted; // what of it is not held is clear
+    const QRectF source((painted.x() - held.x()) / held.width(),
+        (painted.y() - held.y()) / held.height(), painted.width() / held.width(),
+        painted.height() / held.height());
+    paint(image, image->textureProvider()->texture(), paintedPart(image), source);
+}
+
+// A second after the last picture has come, and once more to give back what the cuts have freed,
+// for the scene graph holds the whole pictures until the next frame.
+void LayerThrift::cutPictures()
+{
+    bool isAnyCut = false;
+    visitImages(m_window->contentItem(), [&](QQuickImage *image) {
+        const Layer layer = m_layers.value(image);
+        if (image->status() != QQuickImage::Ready || layer.filled.isNull() || layer.filled == whole
+            || isCut(image))
+            return;
+        cutPicture(image, layer.filled);
+        isAnyCut = true;
+    });
+    if (isAnyCut)
+        m_cutting.start();
+    else
+        returnFreeMemory();
 }

@@ -6,22 +6,22 @@
 #include <QtCore/qhash.h>
 #include <QtCore/qobject.h>
 #include <QtCore/qrect.h>
+#include <QtCore/qtimer.h>
 #include <QtCore/qurl.h>
 
 #include <memory>
 
 class QQuickImage;
-class QQuickItem;
 class QQuickWindow;
-class QSGInternalImageNode;
 class QSGTexture;
 
-/// Keeps a frame from computing pixels in vain.
+/// Keeps a frame from computing pixels in vain, and the program from holding clear ones.
 ///
 /// Every layer of the clock is as large as the clock, but a hand fills a fraction of its own, and
-/// turning a clear pixel takes as long as turning another: hands are cut to what is filled. A layer
-/// that stands is made three times as large as it is shown: once it rests, its pixels are computed
-/// for the screen and kept. The picture stays what it was, but for rounding. Figures:
+/// turning a clear pixel takes as long as turning another: hands are cut to what is filled, and
+/// once the clock has kept its size and its tone for a second, so are their pictures in memory. A
+/// layer that stands is made three times as large as it is shown: once it rests, its pixels are
+/// computed for the screen and kept. The picture stays what it was, but for rounding. Figures:
 /// docs/performance.md.
 ///
 /// What an item paints can be said to nobody but its node in the scene graph, behind the public
@@ -44,6 +44,8 @@ public:
     [[nodiscard]] QRectF paintedPart(const QQuickImage *image) const;
     /// Whether \a image is painted from pixels that were computed in an earlier frame.
     [[nodiscard]] bool isKept(const QQuickImage *image) const;
+    /// Whether \a image holds the filled part of its picture and no more.
+    [[nodiscard]] bool isCut(const QQuickImage *image) const;
 
 private:
     // What decides about the pixels of an image.
@@ -59,21 +61,26 @@ private:
         QUrl source;
         QRectF filled; // the part of the picture, in shares of it
         QRectF painted; // the same, or all
+        qint64 picture = 0; // the image's own
+        QRectF held; // the part of the whole that this one has
         Look look;
         std::shared_ptr<QSGTexture> kept; // the pixels, while the look stays what it is
     };
 
-    void lookBelow(QQuickItem *item);
     void lookAt(QQuickImage *image);
     void choosePart(Layer &layer, QQuickImage *image);
     void keepPixels(Layer &layer, const QQuickImage *image) const;
     void paintPart(const Layer &layer, QQuickImage *image) const;
-    void paintKept(const Layer &layer, QSGInternalImageNode *node) const;
-    Look lookOf(const QQuickImage *image) const;
+    void paintKept(const Layer &layer, QQuickImage *image) const;
+    Look lookOf(const Layer &layer, const QQuickImage *image) const;
     QRect keptPixels(const Look &look) const;
+
+    void cutPictures();
+    bool isComputedHere() const;
 
     QQuickWindow *m_window;
     QHash<const QQuickImage *, Layer> m_layers; // in the last frame
     QHash<const QQuickImage *, Layer> m_before; // in the one before it
     bool m_isWholeFrame = false; // whether all of the window will be painted
+    QTimer m_cutting;
 };

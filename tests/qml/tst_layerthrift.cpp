@@ -112,6 +112,24 @@ public:
             result << m_thrift->isKept(layer);
         return result;
     }
+    QList<bool> cut() const
+    {
+        QList<bool> result;
+        for (const QQuickImage *layer : layers())
+            result << m_thrift->isCut(layer);
+        return result;
+    }
+    double paintedShare(QQuickImage *layer) const
+    {
+        const QSizeF painted = m_thrift->paintedPart(layer).size();
+        return painted.width() * painted.height() / (layer->width() * layer->height());
+    }
+    void setOpacityBehindHands(double opacity)
+    {
+        documents.config.setBackgroundOpacity(opacity);
+        documents.config.setBackgroundImageOpacity(opacity);
+        documents.config.setFaceOpacity(opacity);
+    }
     bool isLoaded() const
     {
         const auto isReady
@@ -148,6 +166,8 @@ private Q_SLOTS:
     void keepsWhatStands();
     void keepsNothingWhileResized();
     void keptPixelsLookLikeImages();
+    void cutsPicturesAtRest();
+    void cutPicturesLookLikeImages();
 };
 
 void TestLayerThrift::findsWhatIsFilled_data()
@@ -219,33 +239,18 @@ void TestLayerThrift::handsPaintLittle()
     QFETCH(double, opacity);
     QFETCH(bool, isLittle);
 
-    Documents documents(Documents::AllObjects);
-    documents.config.setBackgroundOpacity(opacity);
-    documents.config.setBackgroundImageOpacity(opacity);
-    documents.config.setFaceOpacity(opacity);
-    QQuickView view;
-    view.resize(320, 320);
-    const LayerThrift &thrift = *new LayerThrift(&view);
-    QQuickItem *face = documents.createFace(view, 320);
-    QVERIFY(face);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    const QList<QQuickItem *> layers = face->childItems();
-    for (QQuickItem *layer : layers) {
-        if (const auto *image = qobject_cast<QQuickImage *>(layer))
-            QTRY_COMPARE(image->status(), QQuickImage::Ready);
-    }
-    QVERIFY(!view.grabWindow().isNull());
-    for (const char *hand : {"handHour", "handMinute", "handSecond"}) {
-        const auto *item = byId<QQuickImage>(face, QString::fromLatin1(hand));
-        QVERIFY(item);
-        const QRectF painted = thrift.paintedPart(item);
-        qInfo("%s paints %.0f x %.0f of 320 x 320", hand, painted.width(), painted.height());
+    Face face(Thrift::On);
+    face.setOpacityBehindHands(opacity);
+    QTRY_VERIFY(face.isLoaded());
+    face.frame();
+    for (QQuickImage *hand : face.layers().last(3)) {
+        const double share = face.paintedShare(hand);
+        qInfo("a hand paints %.3f of its area", share);
+        QCOMPARE_GT(share, 0);
         if (isLittle)
-            QCOMPARE_LT(painted.width() * painted.height(), 0.1 * 320 * 320);
+            QCOMPARE_LT(share, 0.1);
         else
-            QCOMPARE(painted, QRectF(0, 0, 320, 320));
-        QCOMPARE_GT(painted.width() * painted.height(), 0.0);
+            QCOMPARE(share, 1);
     }
 }
 
@@ -309,6 +314,70 @@ void TestLayerThrift::keptPixelsLookLikeImages()
     for (Face *each : {&face, &plain})
         each->layers().first()->setRotation(20);
     QVERIFY(greatestDifference(face.settled(), plain.settled()) <= rounding);
+}
+
+void TestLayerThrift::cutsPicturesAtRest()
+{
+    const QList<bool> none(6, false);
+    const QList<bool> cut{false, true, true, true, true, true}; // the base fills its own
+    Face face(Thrift::On);
+    QTRY_VERIFY(face.isLoaded());
+    face.frame();
+    QCOMPARE(face.cut(), none);
+    QTRY_COMPARE(face.cut(), cut);
+    for (const QQuickImage *hand : face.layers().last(3)) {
+        const QImage picture = hand->image();
+        QCOMPARE_LT(picture.width() * picture.height(), 0.1 * 960 * 960);
+        QCOMPARE(hand->sourceSize(), QSize(960, 960));
+    }
+    face.setSide(200);
+    face.frame();
+    QCOMPARE(face.cut(), cut); // until the next pictures are there
+    QTRY_VERIFY(face.isLoaded());
+    QCOMPARE(face.cut(), none);
+    face.frame();
+    QTRY_COMPARE(face.cut(), cut);
+}
+
+void TestLayerThrift::cutPicturesLookLikeImages()
+{
+    Face face(Thrift::On);
+    Face plain(Thrift::Off);
+    const auto isAtRest = [&] {
+        return QTest::qWaitFor([&] { return face.isLoaded() && plain.isLoaded(); })
+            && !face.frame().isNull()
+            && QTest::qWaitFor([&] { return face.cut().count(true) == 5; });
+    };
+    const auto looksLikePlain
+        = [&] { return greatestDifference(face.settled(), plain.settled()) <= rounding; };
+    const auto turnHands = [&](double degrees) {
+        for (Face *each : {&face, &plain}) {
+            for (QQuickImage *hand : each->layers().last(3))
+                hand->setRotation(hand->rotation() + degrees);
+        }
+    };
+    for (const double degrees : {0.0, 7.0, 41.0}) {
+        QVERIFY(isAtRest());
+        turnHands(degrees);
+        QVERIFY(looksLikePlain());
+    }
+    for (QQuickImage *hand : face.layers().last(3))
+        hand->setRotation(hand->rotation() + 3);
+    QVERIFY(!looksLikePlain());
+    for (QQuickImage *hand : plain.layers().last(3))
+        hand->setRotation(hand->rotation() + 3);
+    for (Face *each : {&face, &plain})
+        each->documents.theme.changeColorTone(u"Basic"_s, u"LightRed"_s);
+    QVERIFY(isAtRest());
+    QVERIFY(looksLikePlain());
+    for (Face *each : {&face, &plain})
+        each->setSide(211);
+    QVERIFY(looksLikePlain()); // while the next pictures are loading
+    QVERIFY(isAtRest());
+    QVERIFY(looksLikePlain());
+    for (Face *each : {&face, &plain})
+        each->setOpacityBehindHands(0);
+    QVERIFY(looksLikePlain()); // where all of a hand's area is painted
 }
 
 int main(int argc, char **argv) { return runQmlTest<TestLayerThrift>(argc, argv); }
