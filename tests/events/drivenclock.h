@@ -66,6 +66,8 @@ public:
     bool dialogHasKeyboard() const;
     /// As the button of a title bar does.
     void closeDialogs() const;
+    /// To be called when one has gone: until the system knows where the keyboard is.
+    static void settleFocus();
 
 private:
     struct Program;

@@ -237,6 +237,14 @@ void DrivenClock::closeDialogs() const
         PostMessageW(dialog, WM_CLOSE, 0, 0);
 }
 
+// It seems that Wine hears late from the X server that a window has lost the keyboard, and then takes
+// keyboard and mouse from the one that has them meanwhile.
+void DrivenClock::settleFocus()
+{
+    constexpr int focusMs = 500;
+    QTest::qWait(focusMs);
+}
+
 namespace Hands
 {
 
@@ -244,6 +252,7 @@ namespace
 {
 
 std::optional<Key> heldKey;
+bool isDragging = false;
 
 // As a key that is held does. Wine seems to take it for released whenever a window comes to the
 // pointer, because the X server has never seen it pressed.
@@ -259,6 +268,10 @@ void moveTo(QPoint point)
 {
     repeatHeldKey();
     WindowsInput::moveTo(point);
+    // A window that belongs on the taskbar hears from the X server where it was, and Wine moves it
+    // back there when that comes after the next move.
+    if (isDragging)
+        waitAsAHand();
 }
 
 // Wine gives input to a window when it is sent: what follows a press reaches the window that has
@@ -270,6 +283,7 @@ void press(Button button)
     waitAsAHand();
     repeatHeldKey();
     WindowsInput::press(buttonOf(button));
+    isDragging = true;
     if (isOfAProgram(window) && !QTest::qWaitFor(isTaken, answerMs))
         qInfo("A press has no effect.");
 }
@@ -277,6 +291,7 @@ void press(Button button)
 void release(Button button)
 {
     WindowsInput::release(buttonOf(button));
+    isDragging = false;
     waitAsAHand();
 }
 

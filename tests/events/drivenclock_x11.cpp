@@ -150,6 +150,8 @@ void DrivenClock::closeDialogs() const
         dialog.close();
 }
 
+void DrivenClock::settleFocus() { }
+
 namespace Hands
 {
 

@@ -540,6 +540,7 @@ void TestRandomEvents::closeDialog(bool byKey)
     else
         m_clock->closeDialogs();
     QTRY_COMPARE(m_clock->dialogs(), 0);
+    DrivenClock::settleFocus();
 }
 
 void TestRandomEvents::quitAndStart()
