@@ -318,7 +318,7 @@ void hold(Key key)
     const HWND window = windowUnderPointer();
     const auto hasFocus = [window] {
         SetForegroundWindow(window);
-        return threadOf(window).hwndFocus == window;
+        return GetForegroundWindow() == window && threadOf(window).hwndFocus == window;
     };
     if (isOfAProgram(window) && !QTest::qWaitFor(hasFocus, answerMs))
         click(pointer());
