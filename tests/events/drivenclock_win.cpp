@@ -80,6 +80,19 @@ HWND windowUnderPointer() { return WindowFromPoint({pointer().x(), pointer().y()
 // buttons and keys are down, for a program that asks.
 void waitAsAHand() { QTest::qWait(60); }
 
+// As Windows does with a window that is pressed. Wine does it only when the program does not take the
+// window for active; when a dialog closes, the keyboard may go to Wine's own tray, and the program
+// never gets to know. A drag would end where the pointer leaves the clock.
+void makeForeground(HWND window)
+{
+    const auto isForeground = [window] {
+        SetForegroundWindow(window);
+        return GetForegroundWindow() == window;
+    };
+    if (threadOf(window).hwndActive == window && !QTest::qWaitFor(isForeground, answerMs))
+        qInfo("Wine keeps the keyboard.");
+}
+
 bool isOfAProgram(HWND window) { return window != GetDesktopWindow(); }
 
 // What Qt says of Wine, and of its own style on this system alone.
@@ -237,8 +250,7 @@ void DrivenClock::closeDialogs() const
         PostMessageW(dialog, WM_CLOSE, 0, 0);
 }
 
-// It seems that Wine hears late from the X server that a window has lost the keyboard, and then takes
-// keyboard and mouse from the one that has them meanwhile.
+// It seems that Wine hears late from the X server that a window has lost the keyboard.
 void DrivenClock::settleFocus()
 {
     constexpr int focusMs = 500;
@@ -281,6 +293,7 @@ void press(Button button)
     const HWND window = windowUnderPointer();
     const auto isTaken = [window] { return threadOf(window).hwndCapture != nullptr; };
     waitAsAHand();
+    makeForeground(window);
     repeatHeldKey();
     WindowsInput::press(buttonOf(button));
     isDragging = true;
