@@ -233,6 +233,8 @@ void VsManager::showAgainIfLost()
     m_triesToShow = isLost ? m_triesToShow + 1 : 0;
     if (isLost && m_triesToShow <= mostTriesToShow)
         completeTaskbarChange();
+    else if (isMeantToBeSeen)
+        updateMask(); // a restored window may have got its size only now
 }
 
 void VsManager::onAboutToMinimize()
