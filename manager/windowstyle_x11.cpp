@@ -249,6 +249,13 @@ public:
                 && !m_window->flags().testFlag(Qt::WindowSystemMenuHint))
                 this->apply();
         });
+        // On a slow machine Qt asks too early even after that.
+        m_latePlaceTimer.setSingleShot(true);
+        m_latePlaceTimer.setInterval(250ms);
+        connect(&m_latePlaceTimer, &QTimer::timeout, this, [this] {
+            if (isSeen())
+                announcePlace(m_window->winId());
+        });
         QCoreApplication::instance()->installNativeEventFilter(this);
     }
 
@@ -271,6 +278,7 @@ public:
             m_dueWhenSeen = false;
             apply();
             announcePlace(m_window->winId());
+            m_latePlaceTimer.start();
         }
         return QObject::eventFilter(watched, event);
     }
@@ -312,6 +320,7 @@ private:
     std::function<void()> m_apply;
     bool m_dueWhenSeen = true;
     QTimer m_newManagerTimer;
+    QTimer m_latePlaceTimer;
 };
 
 // A menu has no window manager that would keep it above what is raised.
