@@ -233,7 +233,7 @@ void VsManager::showAgainIfLost()
     m_triesToShow = isLost ? m_triesToShow + 1 : 0;
     if (isLost && m_triesToShow <= mostTriesToShow)
         completeTaskbarChange();
-    else if (isMeantToBeSeen)
+    else if (isMeantToBeSeen && !m_mousePressed) // while it is dragged it has no mask
         updateMask(); // a restored window may have got its size only now
 }
 

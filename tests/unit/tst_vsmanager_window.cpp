@@ -39,6 +39,7 @@ private Q_SLOTS:
     void nothingHappensWithoutWindow();
     void taskbarChangesTheFlags();
     void taskbarKeepsTheGeometry();
+    void maskFollowsALateSize();
     void taskbarTakesNoUnusableSize_data();
     void taskbarTakesNoUnusableSize();
     void minimizedWindowIsAPlainOne();
@@ -242,6 +243,27 @@ void TestVsManagerWindow::taskbarKeepsTheGeometry()
     QTRY_COMPARE(window.geometry(), QRect(70, 80, 200, 200));
     QCOMPARE(window.mask().boundingRect().right(), 199);
     QVERIFY(window.isVisible());
+}
+
+// As that of a restored window on Windows; but a clock that is dragged meanwhile has no mask.
+void TestVsManagerWindow::maskFollowsALateSize()
+{
+    constexpr int laterMs = 700;
+    const auto circle
+        = [](int side) { return QRegion(-1, -1, side + 1, side + 1, QRegion::Ellipse); };
+    QWindow &window = adopt();
+    m_manager->setShowOnTaskbar(false);
+    QTest::qWait(100);
+    QCOMPARE(window.mask(), circle(320));
+    window.resize(200, 200);
+    QTRY_COMPARE(window.mask(), circle(200));
+    m_manager->setShowOnTaskbar(true);
+    QTest::qWait(100);
+    QTest::mousePress(&window, Qt::LeftButton);
+    m_manager->clearMask();
+    QTest::qWait(laterMs);
+    QVERIFY(window.mask().isEmpty());
+    QTest::mouseRelease(&window, Qt::LeftButton);
 }
 
 void TestVsManagerWindow::taskbarTakesNoUnusableSize_data()
