@@ -4,8 +4,8 @@
 #include "qml/layerthrift.h"
 
 #include "platform/freememory.h"
+#include "qml/picturepart.h"
 
-#include <QtCore/qtextstream.h>
 #include <QtGui/qpainter.h>
 #include <QtQuick/private/qquickimage_p.h>
 #include <QtQuick/private/qquickimagebase_p_p.h>
@@ -22,35 +22,11 @@
 #include <utility>
 
 using namespace std::chrono_literals;
+using PicturePart::scaled;
+using PicturePart::whole;
 
 namespace
 {
-
-constexpr QRectF whole(0, 0, 1, 1);
-// About the filled part: the same drawing at another size may reach a little further, and lines are
-// left out below.
-constexpr double room = 1.0 / 64;
-constexpr int lines = 512; // to look at, at most twice as many
-
-QRectF scaled(QRectF shares, QSizeF size)
-{
-    return {shares.x() * size.width(), shares.y() * size.height(), shares.width() * size.width(),
-        shares.height() * size.height()};
-}
-
-// The pixels of a line from the first to the last that is not clear.
-QRect filledPixels(const QImage &picture, int y)
-{
-    const auto *begin = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
-    const auto *end = begin + picture.width();
-    const auto isFilled = [](QRgb pixel) { return qAlpha(pixel) != 0; };
-    const auto *first = std::find_if(begin, end, isFilled);
-    if (first == end)
-        return {};
-    const auto *last
-        = std::find_if(std::reverse_iterator(end), std::reverse_iterator(first), isFilled).base();
-    return {int(first - begin), y, int(last - first), 1};
-}
 
 // By what it and all around it let through; Qt Quick does not paint what is fainter.
 bool isSeen(const QQuickItem *item)
@@ -74,42 +50,23 @@ QSGInternalImageNode *nodeOf(QQuickImage *image)
     return static_cast<QSGInternalImageNode *>(QQuickItemPrivate::get(image)->paintNode);
 }
 
-// A picture that was cut says by itself where it lies in the whole one, so that it is never taken
-// for that: its left and top edge, and the width and height of the whole, in pixels.
-constexpr QLatin1StringView placeText("Place");
-
-QImage cutTo(QRectF part, const QImage &picture)
+// What is left of it may as well stay where it is.
+bool isWorthCutting(QRectF filled)
 {
-    const int width = picture.width();
-    const int height = picture.height();
-    const QRect pixels = scaled(part, picture.size()).toAlignedRect() & picture.rect();
-    QImage cut = picture.copy(pixels);
-    QString place;
-    QTextStream(&place) << pixels.x() << ' ' << pixels.y() << ' ' << width << ' ' << height;
-    cut.setText(placeText, place);
-    return cut;
+    constexpr double most = 0.5;
+    return !filled.isNull() && filled.width() * filled.height() < most;
 }
 
-// The part of the whole picture that this one has, in shares of it.
-QRectF heldPart(const QImage &picture)
+// Qt would hold the whole picture beside what is cut out, so it is told that this is all. False
+// when there is no memory for it.
+bool cutPicture(QQuickImage *image, QRectF part)
 {
-    QString place = picture.text(placeText);
-    if (place.isEmpty())
-        return whole;
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
-    QTextStream(&place) >> x >> y >> width >> height;
-    return {x / width, y / height, picture.width() / width, picture.height() / height};
-}
-
-// Qt would hold the whole picture beside what is cut out, so it is told that this is all.
-void cutPicture(QQuickImage *image, QRectF part)
-{
-    auto *base = static_cast<QQuickImageBasePrivate *>(QQuickItemPrivate::get(image));
-    base->currentPix->setImage(cutTo(part, image->image()));
+    const QImage cut = PicturePart::cut(image->image(), part);
+    if (cut.isNull())
+        return false;
+    static_cast<QQuickImageBasePrivate *>(QQuickItemPrivate::get(image))->currentPix->setImage(cut);
     image->update();
+    return true;
 }
 
 void paint(QQuickImage *image, QSGTexture *texture, QRectF target, QRectF source)
@@ -153,19 +110,6 @@ QImage pixelsFor(QRectF target, bool smooth, QRect pixels, const QImage &picture
 
 } // namespace
 
-QRectF LayerThrift::filledPart(const QImage &picture)
-{
-    const QImage pixels = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    QRect filled;
-    for (int y = 0; y < pixels.height(); y += std::max(1, pixels.height() / lines))
-        filled |= filledPixels(pixels, y);
-    if (filled.isEmpty())
-        return whole;
-    const QRectF part(double(filled.x()) / pixels.width(), double(filled.y()) / pixels.height(),
-        double(filled.width()) / pixels.width(), double(filled.height()) / pixels.height());
-    return part.adjusted(-room, -room, room, room) & whole;
-}
-
 // The images tell their nodes to paint all of them in each frame for which they have changed. In
 // between, and while no image can change, they are told better.
 LayerThrift::LayerThrift(QQuickWindow *window)
@@ -178,9 +122,18 @@ LayerThrift::LayerThrift(QQuickWindow *window)
         visitImages(m_window->contentItem(), [this](QQuickImage *image) { lookAt(image); });
     };
     connect(window, &QQuickWindow::afterSynchronizing, this, lookAtAll, Qt::DirectConnection);
-    m_cutting.setSingleShot(true);
-    m_cutting.setInterval(1s);
-    connect(&m_cutting, &QTimer::timeout, this, &LayerThrift::cutPictures);
+    // In the course of a frame, which brings the nodes what is left of the pictures.
+    const auto cutWhenDue = [this] {
+        if (std::exchange(m_isCutDue, false))
+            cutPictures();
+    };
+    connect(window, &QQuickWindow::beforeSynchronizing, this, cutWhenDue, Qt::DirectConnection);
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(1s);
+    connect(&m_rest, &QTimer::timeout, this, [this] {
+        m_isCutDue = true;
+        m_window->update();
+    });
 }
 
 QRectF LayerThrift::paintedPart(const QQuickImage *image) const
@@ -195,7 +148,7 @@ bool LayerThrift::isKept(const QQuickImage *image) const
 
 bool LayerThrift::isCut(const QQuickImage *image) const
 {
-    return heldPart(image->image()) != whole;
+    return PicturePart::isCut(image->image());
 }
 
 void LayerThrift::lookAt(QQuickImage *image)
@@ -205,20 +158,9 @@ void LayerThrift::lookAt(QQuickImage *image)
         || image->mirrorVertically())
         return;
     Layer layer = m_before.value(image);
-    const QImage picture = image->image();
-    const bool isOtherPicture = layer.picture != picture.cacheKey();
-    layer.picture = picture.cacheKey();
-    if (isOtherPicture)
-        layer.held = heldPart(picture);
-    // While the next picture is loading the one before it is painted.
-    if (image->status() == QQuickImage::Ready && layer.source != image->source()) {
-        layer.source = image->source();
-        layer.filled = layer.held == whole ? filledPart(picture) : layer.held;
-    }
+    lookAtPicture(layer, image);
     if (layer.filled.isNull())
         return;
-    if (isOtherPicture && isComputedHere())
-        m_cutting.start();
     choosePart(layer, image);
     keepPixels(layer, image);
     m_layers.insert(image, layer);
@@ -226,6 +168,27 @@ void LayerThrift::lookAt(QQuickImage *image)
         paintKept(layer, image);
     else
         paintPart(layer, image);
+}
+
+void LayerThrift::lookAtPicture(Layer &layer, const QQuickImage *image)
+{
+    const QImage picture = image->image();
+    const bool isOtherPicture
+        = std::exchange(layer.pictureKey, picture.cacheKey()) != picture.cacheKey();
+    if (isOtherPicture)
+        layer.held = PicturePart::held(picture);
+    // While the next picture is loading the one before it is painted.
+    const bool isOtherDrawing
+        = image->status() == QQuickImage::Ready && layer.source != image->source();
+    if (isOtherDrawing)
+        layer.source = image->source();
+    const bool isCut = layer.held != whole;
+    if (isCut && (isOtherDrawing || layer.filled.isNull()))
+        layer.filled = layer.held; // the image was not looked at for a while
+    else if (isOtherDrawing)
+        layer.filled = PicturePart::filled(picture);
+    if (isOtherPicture && isWorthCutting(layer.filled) && isComputedHere())
+        m_rest.start();
 }
 
 void LayerThrift::choosePart(Layer &layer, QQuickImage *image)
@@ -299,21 +262,24 @@ void LayerThrift::paintPart(const Layer &layer, QQuickImage *image) const
     paint(image, image->textureProvider()->texture(), paintedPart(image), source);
 }
 
-// A second after the last picture has come, and once more to give back what the cuts have freed,
-// for the scene graph holds the whole pictures until the next frame.
+// Each picture that comes starts the wait anew, so nothing is cut while some are on their way.
 void LayerThrift::cutPictures()
 {
+    bool isAnyLoading = false;
     bool isAnyCut = false;
+    visitImages(m_window->contentItem(), [&](const QQuickImage *image) {
+        isAnyLoading = isAnyLoading || image->status() == QQuickImage::Loading;
+    });
+    if (isAnyLoading)
+        return;
     visitImages(m_window->contentItem(), [&](QQuickImage *image) {
         const Layer layer = m_layers.value(image);
-        if (image->status() != QQuickImage::Ready || layer.filled.isNull() || layer.filled == whole
-            || isCut(image))
-            return;
-        cutPicture(image, layer.filled);
-        isAnyCut = true;
+        const QImage picture = image->image();
+        if (layer.pictureKey == picture.cacheKey() && !PicturePart::isCut(picture)
+            && isWorthCutting(layer.filled))
+            isAnyCut = cutPicture(image, layer.filled) || isAnyCut;
     });
+    // The scene graph lets go of the whole pictures when the frame is over.
     if (isAnyCut)
-        m_cutting.start();
-    else
-        returnFreeMemory();
+        QTimer::singleShot(1s, this, returnFreeMemory);
 }

@@ -35,11 +35,6 @@ public:
     /// Watches the images in \a window, which owns it. To be made before the first frame.
     explicit LayerThrift(QQuickWindow *window);
 
-    /// The part of \a picture outside of which every pixel is clear, with some room about it, in
-    /// shares of the picture's width and height. All of it when it is clear throughout. What is
-    /// thinner than a 512th of the picture and stands apart may be missed.
-    [[nodiscard]] static QRectF filledPart(const QImage &picture);
-
     /// The part of \a image that is painted, in its coordinates. Null before its first frame.
     [[nodiscard]] QRectF paintedPart(const QQuickImage *image) const;
     /// Whether \a image is painted from pixels that were computed in an earlier frame.
@@ -50,24 +45,25 @@ public:
 private:
     // What decides about the pixels of an image.
     struct Look {
-        qint64 picture = 0;
+        qint64 pictureKey = 0; // QImage::cacheKey()
         bool smooth = false;
-        QRectF target; // of the whole picture, in the window, in pixels
+        QRectF target; // of all that the picture has, in the window, in pixels
 
         bool operator==(const Look &) const = default;
     };
 
     struct Layer {
         QUrl source;
-        QRectF filled; // the part of the picture, in shares of it
+        QRectF filled; // the part of the whole picture, in shares of it
         QRectF painted; // the same, or all
-        qint64 picture = 0; // the image's own
-        QRectF held; // the part of the whole that this one has
+        qint64 pictureKey = 0; // QImage::cacheKey()
+        QRectF held{0, 0, 1, 1}; // the part of the whole picture that the image's own has
         Look look;
         std::shared_ptr<QSGTexture> kept; // the pixels, while the look stays what it is
     };
 
     void lookAt(QQuickImage *image);
+    void lookAtPicture(Layer &layer, const QQuickImage *image);
     void choosePart(Layer &layer, QQuickImage *image);
     void keepPixels(Layer &layer, const QQuickImage *image) const;
     void paintPart(const Layer &layer, QQuickImage *image) const;
@@ -82,5 +78,6 @@ private:
     QHash<const QQuickImage *, Layer> m_layers; // in the last frame
     QHash<const QQuickImage *, Layer> m_before; // in the one before it
     bool m_isWholeFrame = false; // whether all of the window will be painted
-    QTimer m_cutting;
+    QTimer m_rest; // since the last picture has come
+    bool m_isCutDue = false;
 };

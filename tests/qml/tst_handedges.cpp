@@ -4,10 +4,12 @@
 // The edges of turned hands, as smooth as the renderer makes them: beside the same hand drawn four
 // times as large, turned and made small by taking averages.
 
+#include "qml/layerthrift.h"
 #include "tests/qml/documents.h"
 
 #include <QtGui/qimagereader.h>
 #include <QtGui/qpainter.h>
+#include <QtQuick/private/qquickimage_p.h>
 
 #include <cmath>
 
@@ -103,16 +105,22 @@ void TestHandEdges::areSmooth_data()
 {
     QTest::addColumn<QByteArray>("hand"); // its id, and its picture's name in the theme
 
-    for (const char *hand : {"handHour", "handMinute", "handSecond"})
-        QTest::addRow("%s", hand) << QByteArray(hand);
+    QTest::addColumn<bool>("isCut");
+
+    for (const char *hand : {"handHour", "handMinute", "handSecond"}) {
+        QTest::addRow("%s", hand) << QByteArray(hand) << false;
+        QTest::addRow("%s, cut", hand) << QByteArray(hand) << true;
+    }
 }
 
 void TestHandEdges::areSmooth()
 {
     QFETCH(QByteArray, hand);
+    QFETCH(bool, isCut);
 
     Documents documents(Documents::AllObjects);
     QQuickView view;
+    const auto *thrift = isCut ? new LayerThrift(&view) : nullptr;
     view.setColor(ground);
     view.resize(side, side);
     QQuickItem *face = documents.createFace(view, side);
@@ -120,11 +128,12 @@ void TestHandEdges::areSmooth()
     const QList<QQuickItem *> layers = face->childItems();
     for (QQuickItem *layer : layers)
         layer->setVisible(false);
-    auto *item = byId<QQuickItem>(face, QString::fromLatin1(hand));
+    auto *item = byId<QQuickImage>(face, QString::fromLatin1(hand));
     QVERIFY(item);
     item->setVisible(true);
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
+    QTRY_VERIFY(!thrift || thrift->isCut(item));
 
     const QString file = documents.theme.property(hand.constData()).toUrl().toString().mid(3);
     double sum = 0;

@@ -1,36 +1,22 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// Pictures of which only the filled part is painted, or pixels that are kept: less work, the same
-// look.
+// Pictures of which only the filled part is painted or held, or pixels that are kept: less work and
+// memory, the same look.
 
 #include "qml/layerthrift.h"
+#include "qml/picturepart.h"
 #include "tests/pixeldifference.h"
 #include "tests/qml/documents.h"
 
 #include <QtGui/qpainter.h>
 #include <QtQuick/private/qquickimage_p.h>
+#include <QtTest/qsignalspy.h>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-constexpr double room = 1.0 / 64; // about the filled part, where the picture goes that far
-
-QImage clearPicture(QSize size)
-{
-    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    return picture;
-}
-
-QImage pictureWith(QSize size, QRect filled)
-{
-    QImage picture = clearPicture(size);
-    QPainter(&picture).fillRect(filled, QColor(200, 100, 50, 1));
-    return picture;
-}
 
 // Qt's painter goes through a turned picture in steps that it rounds, from the corner of what is
 // painted. Of 255, at the steepest edges.
@@ -105,6 +91,7 @@ public:
         }
         return result;
     }
+    QList<QQuickImage *> hands() const { return layers().last(3); }
     QList<bool> kept() const
     {
         QList<bool> result;
@@ -137,7 +124,21 @@ public:
         return std::ranges::all_of(layers(), isReady);
     }
 
+    // Waits until the hands' pictures are cut.
+    bool isCutAtRest()
+    {
+        const auto isCut = [this] { return cut().last(3) == QList<bool>(3, true); };
+        return QTest::qWaitFor([this] { return isLoaded(); }) && !frame().isNull()
+            && QTest::qWaitFor(isCut);
+    }
+
+    void turnHands(double degrees)
+    {
+        for (QQuickImage *hand : hands())
+            hand->setRotation(hand->rotation() + degrees);
+    }
     void setSide(double side) { m_view.contentItem()->setSize({side, side}); }
+    QQuickWindow *window() { return &m_view; }
     QImage frame() { return m_view.grabWindow(); }
     QImage settled() { return settledPicture(m_view); }
 
@@ -149,6 +150,8 @@ private:
     QQuickItem *m_face;
 };
 
+using Change = void (*)(Face &);
+
 } // namespace
 
 class TestLayerThrift : public QObject
@@ -157,8 +160,6 @@ class TestLayerThrift : public QObject
 
 private Q_SLOTS:
     void init() { failOnRealWarning(); }
-    void findsWhatIsFilled_data();
-    void findsWhatIsFilled();
     void looksLikeAnImage_data();
     void looksLikeAnImage();
     void handsPaintLittle_data();
@@ -166,42 +167,11 @@ private Q_SLOTS:
     void keepsWhatStands();
     void keepsNothingWhileResized();
     void keptPixelsLookLikeImages();
-    void cutsPicturesAtRest();
-    void cutPicturesLookLikeImages();
+    void cutsHandsAtRest();
+    void doesNotGoOnCutting();
+    void cutHandsLookLikeImages_data();
+    void cutHandsLookLikeImages();
 };
-
-void TestLayerThrift::findsWhatIsFilled_data()
-{
-    QTest::addColumn<QImage>("picture");
-    QTest::addColumn<QRectF>("part");
-
-    const QRectF whole(0, 0, 1, 1);
-    const QRectF middle(0.25, 0.5, 0.25, 0.125);
-    constexpr QSize size(640, 640);
-    QTest::newRow("no picture") << QImage() << whole;
-    QTest::newRow("clear") << clearPicture(size) << whole;
-    QTest::newRow("full") << pictureWith(size, QRect({}, size)) << whole;
-    QTest::newRow("a part, the faintest")
-        << pictureWith(size, QRect(160, 320, 160, 80)) << middle.adjusted(-room, -room, room, room);
-    QTest::newRow("one pixel in a corner") << pictureWith(size,
-        QRect(639, 0, 1, 1)) << QRectF(639.0 / 640 - room, 0, 1.0 / 640 + room, 1.0 / 640 + room);
-    QTest::newRow("not square") << pictureWith({640, 80}, QRect(160, 40, 160, 10))
-                                << middle.adjusted(-room, -room, room, room);
-    QTest::newRow("large, on lines that are passed over")
-        << pictureWith({4096, 4096}, QRect(1024, 2043, 1024, 517))
-        << QRectF(0.25, 2048.0 / 4096, 0.25, 505.0 / 4096).adjusted(-room, -room, room, room);
-    QTest::newRow("other format")
-        << pictureWith(size, QRect(160, 320, 160, 80)).convertToFormat(QImage::Format_RGBA8888)
-        << middle.adjusted(-room, -room, room, room);
-}
-
-void TestLayerThrift::findsWhatIsFilled()
-{
-    QFETCH(QImage, picture);
-    QFETCH(QRectF, part);
-
-    QCOMPARE(LayerThrift::filledPart(picture), part);
-}
 
 void TestLayerThrift::looksLikeAnImage_data()
 {
@@ -243,7 +213,7 @@ void TestLayerThrift::handsPaintLittle()
     face.setOpacityBehindHands(opacity);
     QTRY_VERIFY(face.isLoaded());
     face.frame();
-    for (QQuickImage *hand : face.layers().last(3)) {
+    for (QQuickImage *hand : face.hands()) {
         const double share = face.paintedShare(hand);
         qInfo("a hand paints %.3f of its area", share);
         QCOMPARE_GT(share, 0);
@@ -260,7 +230,7 @@ void TestLayerThrift::keepsWhatStands()
     QTRY_VERIFY(face.isLoaded());
     face.settled();
     // Base, background and dial; the hands in the test's standstill would be, too.
-    for (QQuickImage *layer : face.layers().last(3))
+    for (QQuickImage *layer : face.hands())
         layer->setRotation(6);
     face.frame();
     QCOMPARE(face.kept(), QList<bool>({true, true, true, false, false, false}));
@@ -290,7 +260,7 @@ void TestLayerThrift::keptPixelsLookLikeImages()
     const auto isLoaded = [&] { return face.isLoaded() && plain.isLoaded(); };
     // The hands would be turned, and differ by more.
     for (Face *each : {&face, &plain}) {
-        for (QQuickImage *layer : each->layers().last(3))
+        for (QQuickImage *layer : each->hands())
             layer->setVisible(false);
     }
     QTRY_VERIFY(isLoaded());
@@ -316,68 +286,72 @@ void TestLayerThrift::keptPixelsLookLikeImages()
     QVERIFY(greatestDifference(face.settled(), plain.settled()) <= rounding);
 }
 
-void TestLayerThrift::cutsPicturesAtRest()
+void TestLayerThrift::cutsHandsAtRest()
 {
     const QList<bool> none(6, false);
-    const QList<bool> cut{false, true, true, true, true, true}; // the base fills its own
+    const QList<bool> hands{false, false, false, true, true, true};
     Face face(Thrift::On);
     QTRY_VERIFY(face.isLoaded());
     face.frame();
     QCOMPARE(face.cut(), none);
-    QTRY_COMPARE(face.cut(), cut);
-    for (const QQuickImage *hand : face.layers().last(3)) {
-        const QImage picture = hand->image();
-        QCOMPARE_LT(picture.width() * picture.height(), 0.1 * 960 * 960);
-        QCOMPARE(hand->sourceSize(), QSize(960, 960));
+    QVERIFY(face.isCutAtRest());
+    QCOMPARE(face.cut(), hands);
+    for (const QQuickImage *hand : face.hands()) {
+        const QRectF held = PicturePart::held(hand->image());
+        QCOMPARE_LT(held.width() * held.height(), 0.1);
     }
     face.setSide(200);
     face.frame();
-    QCOMPARE(face.cut(), cut); // until the next pictures are there
+    QCOMPARE(face.cut(), hands); // until the next pictures are there
     QTRY_VERIFY(face.isLoaded());
     QCOMPARE(face.cut(), none);
-    face.frame();
-    QTRY_COMPARE(face.cut(), cut);
+    QVERIFY(face.isCutAtRest());
 }
 
-void TestLayerThrift::cutPicturesLookLikeImages()
+void TestLayerThrift::doesNotGoOnCutting()
 {
     Face face(Thrift::On);
-    Face plain(Thrift::Off);
-    const auto isAtRest = [&] {
-        return QTest::qWaitFor([&] { return face.isLoaded() && plain.isLoaded(); })
-            && !face.frame().isNull()
-            && QTest::qWaitFor([&] { return face.cut().count(true) == 5; });
+    QVERIFY(face.isCutAtRest());
+    const QImage picture = face.hands().first()->image();
+    const QSignalSpy frames(face.window(), &QQuickWindow::frameSwapped);
+    QTest::qWait(2500);
+    QCOMPARE(face.hands().first()->image().cacheKey(), picture.cacheKey());
+    QCOMPARE_LE(frames.size(), 2); // the one that cuts, and what that has left to paint
+}
+
+void TestLayerThrift::cutHandsLookLikeImages_data()
+{
+    QTest::addColumn<Change>("change");
+
+    QTest::newRow("as they come") << +[](Face &) { };
+    QTest::newRow("turned") << +[](Face &face) { face.turnHands(41); };
+    QTest::newRow("other tone") << +[](Face &face) {
+        face.documents.theme.changeColorTone(u"Basic"_s, u"LightRed"_s);
+        face.turnHands(7);
     };
+    QTest::newRow("other size") << +[](Face &face) { face.setSide(211); };
+    QTest::newRow("alone, where all of their area is painted")
+        << +[](Face &face) { face.setOpacityBehindHands(0); };
+}
+
+void TestLayerThrift::cutHandsLookLikeImages()
+{
+    QFETCH(Change, change);
+
+    Face face(Thrift::On);
+    Face plain(Thrift::Off);
     const auto looksLikePlain
         = [&] { return greatestDifference(face.settled(), plain.settled()) <= rounding; };
-    const auto turnHands = [&](double degrees) {
-        for (Face *each : {&face, &plain}) {
-            for (QQuickImage *hand : each->layers().last(3))
-                hand->setRotation(hand->rotation() + degrees);
-        }
-    };
-    for (const double degrees : {0.0, 7.0, 41.0}) {
-        QVERIFY(isAtRest());
-        turnHands(degrees);
-        QVERIFY(looksLikePlain());
-    }
-    for (QQuickImage *hand : face.layers().last(3))
-        hand->setRotation(hand->rotation() + 3);
+    QVERIFY(face.isCutAtRest());
+    QTRY_VERIFY(plain.isLoaded());
+    change(face);
+    change(plain);
+    QVERIFY(QTest::qWaitFor([&] { return face.isLoaded() && plain.isLoaded(); }));
+    QVERIFY(looksLikePlain());
+    QVERIFY(face.isCutAtRest());
+    QVERIFY(looksLikePlain());
+    face.turnHands(3);
     QVERIFY(!looksLikePlain());
-    for (QQuickImage *hand : plain.layers().last(3))
-        hand->setRotation(hand->rotation() + 3);
-    for (Face *each : {&face, &plain})
-        each->documents.theme.changeColorTone(u"Basic"_s, u"LightRed"_s);
-    QVERIFY(isAtRest());
-    QVERIFY(looksLikePlain());
-    for (Face *each : {&face, &plain})
-        each->setSide(211);
-    QVERIFY(looksLikePlain()); // while the next pictures are loading
-    QVERIFY(isAtRest());
-    QVERIFY(looksLikePlain());
-    for (Face *each : {&face, &plain})
-        each->setOpacityBehindHands(0);
-    QVERIFY(looksLikePlain()); // where all of a hand's area is painted
 }
 
 int main(int argc, char **argv) { return runQmlTest<TestLayerThrift>(argc, argv); }
