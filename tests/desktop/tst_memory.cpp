@@ -3,6 +3,7 @@
 
 // What the settings window leaves in memory when it is closed, and what the largest clocks take.
 
+#include "config/vsconfig.h"
 #include "manager/vsmanager.h"
 #include "tests/desktop/ownclock.h"
 #include "tests/desktop/processmemory.h"
@@ -60,8 +61,9 @@ private:
 
 void TestMemory::settingsWindowLeavesLittle()
 {
-    constexpr int restMs = 1500; // for what goes when the event loop is idle
+    constexpr int restMs = 3000; // for what goes when the clock rests, and a second after that
     OwnClock::setStoredGeometry(place);
+    VsConfig::instance()->setAutoCheckUpdate(false); // which takes some for encryption
     OwnClock clock;
     QVERIFY(clock.waitForWindow());
     QTest::qWait(restMs);

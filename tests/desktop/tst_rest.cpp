@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// Nothing is painted while nobody can see it.
+// One frame a second, and nothing is painted while nobody can see it.
 
 #include "config/vsconfig.h"
 #include "tests/desktop/ownclock.h"
@@ -98,14 +98,30 @@ class TestRest : public QObject
 private Q_SLOTS:
     void initTestCase() { OwnClock::prepare(m_home); }
 
+    void paintsOneFrameASecond();
     void paintsNothingWhileHidden();
     void paintsNothingWhileMinimized();
+    void paintsNothingWhileUnmapped();
     void restsWhileTheSessionIsLocked_data();
     void restsWhileTheSessionIsLocked();
 
 private:
     const ClockHome m_home;
 };
+
+void TestRest::paintsOneFrameASecond()
+{
+    constexpr int settleMs = 4000; // the layers are cut and kept
+    constexpr int seconds = 5;
+    OwnClock::setStoredGeometry(place);
+    OwnClock clock;
+    QVERIFY(clock.waitForWindow());
+    QTest::qWait(settleMs);
+    const QSignalSpy frames(clock.window(), &QQuickWindow::frameSwapped);
+    QTest::qWait(seconds * 1000);
+    QCOMPARE_GE(frames.size(), seconds - 1);
+    QCOMPARE_LE(frames.size(), seconds + 1);
+}
 
 void TestRest::paintsNothingWhileHidden()
 {
@@ -136,6 +152,21 @@ void TestRest::paintsNothingWhileMinimized()
     QCOMPARE(frames.size(), 0);
     clock.nativeWindow().activate();
     QTRY_COMPARE_GE(frames.size(), 1);
+}
+
+// By another program, which the clock is not told of beforehand.
+void TestRest::paintsNothingWhileUnmapped()
+{
+    OwnClock::setStoredGeometry(place);
+    OwnClock clock;
+    QVERIFY(clock.waitForWindow());
+    QSignalSpy frames(clock.window(), &QQuickWindow::frameSwapped);
+    QVERIFY(QTest::qWaitFor([&] { return frames.size() >= 3; }));
+    clock.nativeWindow().withdraw();
+    QTRY_VERIFY(!clock.window()->isExposed());
+    frames.clear();
+    QTest::qWait(restMs);
+    QCOMPARE(frames.size(), 0);
 }
 
 void TestRest::restsWhileTheSessionIsLocked_data()
