@@ -7,8 +7,6 @@
 #include <QtCore/qdatetime.h>
 #include <QtCore/qjsonobject.h>
 #include <QtCore/qlist.h>
-#include <QtCore/qobjectdefs.h>
-#include <QtCore/qpoint.h>
 #include <QtCore/qrect.h>
 #include <QtGui/qimage.h>
 
@@ -16,7 +14,7 @@
 #include <optional>
 
 /// The built program as a person at the screen has it: what can be seen of it, and what a taskbar
-/// or a title bar may ask of it. Every system has its own file for this and the input below.
+/// or a title bar may ask of it. Every system has its own file for this and for the hands.
 class DrivenClock
 {
 public:
@@ -27,6 +25,8 @@ public:
 
     /// Whether a clock that lies on the screen only in part stays there, whatever else happens.
     static bool canHangOverTheEdge();
+    /// Whether an input gets lost now and then, whatever the program does (Wine).
+    static bool losesInput();
 
     /// Starts the program, and waits until the clock is seen and its menu has its style. False if
     /// that never happens.
@@ -73,27 +73,3 @@ private:
     struct Program;
     std::unique_ptr<Program> m_program;
 };
-
-/// Mouse and keyboard. Each call returns when the system has taken the input.
-namespace Hands
-{
-
-Q_NAMESPACE
-
-enum class Button { Left, Right };
-enum class Key { Return, Escape, Left, Right, Up, Down, Tab, Space, M, F5, Menu, Control };
-Q_ENUM_NS(Key)
-
-/// In pixels of the screen.
-void moveTo(QPoint point);
-void press(Button button = Button::Left);
-void release(Button button = Button::Left);
-void click(QPoint point, Button button = Button::Left);
-/// Positive away from the user, which is up.
-void turnWheel(int notches);
-/// Presses and releases a key.
-void type(Key key);
-void hold(Key key);
-void letGo(Key key);
-
-} // namespace Hands

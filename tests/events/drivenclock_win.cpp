@@ -4,7 +4,6 @@
 #include "tests/events/drivenclock.h"
 
 #include "tests/windows/runningclock.h"
-#include "tests/windows/windowsinput.h"
 
 #include <QtCore/qdir.h>
 #include <QtCore/qfileinfo.h>
@@ -21,80 +20,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int answerMs = 1000;
-
-WindowsInput::Button buttonOf(Hands::Button button)
-{
-    return button == Hands::Button::Left ? WindowsInput::Button::Left : WindowsInput::Button::Right;
-}
-
-WORD keyOf(Hands::Key key)
-{
-    switch (key) {
-    case Hands::Key::Return:
-        return VK_RETURN;
-    case Hands::Key::Escape:
-        return VK_ESCAPE;
-    case Hands::Key::Left:
-        return VK_LEFT;
-    case Hands::Key::Right:
-        return VK_RIGHT;
-    case Hands::Key::Up:
-        return VK_UP;
-    case Hands::Key::Down:
-        return VK_DOWN;
-    case Hands::Key::Tab:
-        return VK_TAB;
-    case Hands::Key::Space:
-        return VK_SPACE;
-    case Hands::Key::M:
-        return 'M';
-    case Hands::Key::F5:
-        return VK_F5;
-    case Hands::Key::Menu:
-        return VK_APPS;
-    case Hands::Key::Control:
-        return VK_CONTROL;
-    }
-    Q_UNREACHABLE_RETURN(VK_ESCAPE);
-}
-
-GUITHREADINFO threadOf(HWND window)
-{
-    GUITHREADINFO info = {};
-    info.cbSize = sizeof(info);
-    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-    return info;
-}
-
-QPoint pointer()
-{
-    POINT point = {};
-    GetCursorPos(&point);
-    return {point.x, point.y};
-}
-
-HWND windowUnderPointer() { return WindowFromPoint({pointer().x(), pointer().y()}); }
-
-// Faster, presses and turns of the wheel get lost: it seems that Wine remembers for 50 ms which
-// buttons and keys are down, for a program that asks.
-void waitAsAHand() { QTest::qWait(60); }
-
-// As Windows does with a window that is pressed. Wine does it only when the program does not take the
-// window for active; when a dialog closes, the keyboard may go to Wine's own tray, and the program
-// never gets to know. A drag would end where the pointer leaves the clock.
-void makeForeground(HWND window)
-{
-    const auto isForeground = [window] {
-        SetForegroundWindow(window);
-        return GetForegroundWindow() == window;
-    };
-    if (threadOf(window).hwndActive == window && !QTest::qWaitFor(isForeground, answerMs))
-        qInfo("Wine keeps the keyboard.");
-}
-
-bool isOfAProgram(HWND window) { return window != GetDesktopWindow(); }
-
 // What Qt says of Wine, and of its own style on this system alone.
 bool isKnown(QByteArrayView line)
 {
@@ -110,6 +35,15 @@ QRect geometryOf(HWND window)
     RECT rect = {};
     GetWindowRect(window, &rect);
     return QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1));
+}
+
+// Without a host for tray icons Wine shows them in a window of its own, which lies over a part of
+// the screen and gets the keyboard when another window closes.
+void hideWinesTray()
+{
+    const HWND tray = FindWindowW(L"Shell_TrayWnd", nullptr);
+    if (tray && DrivenClock::losesInput())
+        ShowWindow(tray, SW_HIDE);
 }
 
 } // namespace
@@ -146,6 +80,12 @@ DrivenClock::DrivenClock(const QJsonObject &settings)
 // Wine has a managed window of what belongs on the taskbar, which the window manager moves back.
 bool DrivenClock::canHangOverTheEdge() { return false; }
 
+// By the function that Wine adds to this library.
+bool DrivenClock::losesInput()
+{
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
 DrivenClock::~DrivenClock()
 {
     m_program.reset();
@@ -159,6 +99,7 @@ bool DrivenClock::start()
     if (!m_program->clock->waitForWindow())
         return false;
     QTest::qWait(styleMs);
+    hideWinesTray();
     return true;
 }
 
@@ -250,100 +191,10 @@ void DrivenClock::closeDialogs() const
         PostMessageW(dialog, WM_CLOSE, 0, 0);
 }
 
-// It seems that Wine hears late from the X server that a window has lost the keyboard.
+// It seems that Wine hears late from the X server that a window has lost the keyboard. Nothing
+// tells when it has.
 void DrivenClock::settleFocus()
 {
     constexpr int focusMs = 500;
     QTest::qWait(focusMs);
 }
-
-namespace Hands
-{
-
-namespace
-{
-
-std::optional<Key> heldKey;
-bool isDragging = false;
-
-// As a key that is held does. Wine seems to take it for released whenever a window comes to the
-// pointer, because the X server has never seen it pressed.
-void repeatHeldKey()
-{
-    if (heldKey)
-        WindowsInput::hold(keyOf(*heldKey));
-}
-
-} // namespace
-
-void moveTo(QPoint point)
-{
-    repeatHeldKey();
-    WindowsInput::moveTo(point);
-    // A window that belongs on the taskbar hears from the X server where it was, and Wine moves it
-    // back there when that comes after the next move.
-    if (isDragging)
-        waitAsAHand();
-}
-
-// Wine gives input to a window when it is sent: what follows a press reaches the window that has
-// been pressed only once that has taken the mouse. Not every window does.
-void press(Button button)
-{
-    const HWND window = windowUnderPointer();
-    const auto isTaken = [window] { return threadOf(window).hwndCapture != nullptr; };
-    waitAsAHand();
-    makeForeground(window);
-    repeatHeldKey();
-    WindowsInput::press(buttonOf(button));
-    isDragging = true;
-    if (isOfAProgram(window) && !QTest::qWaitFor(isTaken, answerMs))
-        qInfo("A press has no effect.");
-}
-
-void release(Button button)
-{
-    WindowsInput::release(buttonOf(button));
-    isDragging = false;
-    waitAsAHand();
-}
-
-void click(QPoint point, Button button)
-{
-    moveTo(point);
-    press(button);
-    release(button);
-}
-
-void turnWheel(int notches)
-{
-    repeatHeldKey();
-    WindowsInput::turnWheel(notches);
-    waitAsAHand();
-}
-
-void type(Key key) { WindowsInput::type(keyOf(key)); }
-
-// Windows gives the wheel to the window under the pointer, Wine to the active one, which alone gets
-// to know of the key, too. Now and then Wine does not heed the wish, but a click always works.
-void hold(Key key)
-{
-    const HWND window = windowUnderPointer();
-    const auto hasFocus = [window] {
-        SetForegroundWindow(window);
-        return GetForegroundWindow() == window && threadOf(window).hwndFocus == window;
-    };
-    if (isOfAProgram(window) && !QTest::qWaitFor(hasFocus, answerMs))
-        click(pointer());
-    heldKey = key;
-    repeatHeldKey();
-    waitAsAHand();
-}
-
-void letGo(Key key)
-{
-    heldKey.reset();
-    WindowsInput::letGo(keyOf(key));
-}
-
-} // namespace Hands

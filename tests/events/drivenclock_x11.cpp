@@ -4,7 +4,6 @@
 #include "tests/events/drivenclock.h"
 
 #include "tests/desktop/runningclock.h"
-#include "tests/desktop/xinput.h"
 
 #include <QtCore/qfileinfo.h>
 #include <QtGui/qguiapplication.h>
@@ -13,47 +12,6 @@
 #include <QtTest/qtestsystem.h>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-
-XInput::Button buttonOf(Hands::Button button)
-{
-    return button == Hands::Button::Left ? XInput::LeftButton : XInput::RightButton;
-}
-
-XInput::Key keyOf(Hands::Key key)
-{
-    switch (key) {
-    case Hands::Key::Return:
-        return XInput::ReturnKey;
-    case Hands::Key::Escape:
-        return XInput::EscapeKey;
-    case Hands::Key::Left:
-        return XInput::LeftKey;
-    case Hands::Key::Right:
-        return XInput::RightKey;
-    case Hands::Key::Up:
-        return XInput::UpKey;
-    case Hands::Key::Down:
-        return XInput::DownKey;
-    case Hands::Key::Tab:
-        return XInput::TabKey;
-    case Hands::Key::Space:
-        return XInput::SpaceKey;
-    case Hands::Key::M:
-        return XInput::MKey;
-    case Hands::Key::F5:
-        return XInput::F5Key;
-    case Hands::Key::Menu:
-        return XInput::MenuKey;
-    case Hands::Key::Control:
-        return XInput::LeftControlKey;
-    }
-    Q_UNREACHABLE_RETURN(XInput::EscapeKey);
-}
-
-} // namespace
 
 struct DrivenClock::Program {
     ClockHome home;
@@ -75,6 +33,8 @@ DrivenClock::DrivenClock(const QJsonObject &settings)
 }
 
 bool DrivenClock::canHangOverTheEdge() { return true; }
+
+bool DrivenClock::losesInput() { return false; }
 
 DrivenClock::~DrivenClock() = default;
 
@@ -150,25 +110,4 @@ void DrivenClock::closeDialogs() const
         dialog.close();
 }
 
-void DrivenClock::settleFocus() { }
-
-namespace Hands
-{
-
-void moveTo(QPoint point) { XInput::moveTo(point); }
-
-void press(Button button) { XInput::press(buttonOf(button)); }
-
-void release(Button button) { XInput::release(buttonOf(button)); }
-
-void click(QPoint point, Button button) { XInput::click(point, buttonOf(button)); }
-
-void turnWheel(int notches) { XInput::turnWheel(notches); }
-
-void type(Key key) { XInput::type(keyOf(key)); }
-
-void hold(Key key) { XInput::hold(keyOf(key)); }
-
-void letGo(Key key) { XInput::letGo(keyOf(key)); }
-
-} // namespace Hands
+void DrivenClock::settleFocus() { } // the window manager gives it to the clock or to nobody

@@ -1,0 +1,230 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+// What the hand does with the menu and the windows that it opens.
+
+#include "tests/events/menurows.h"
+#include "tests/events/tst_randomevents.h"
+
+#include <QtCore/qdebug.h>
+#include <QtCore/qjsondocument.h>
+
+using namespace Qt::StringLiterals;
+using Hands::Key;
+
+namespace
+{
+
+// Where it belongs on the taskbar or comes from it, the clock leaves the screen for a moment and
+// comes back; the hand takes longer to come back to it.
+void giveTimeForTheTaskbar() { QTest::qWait(500); }
+
+} // namespace
+
+void TestRandomEvents::openMenu()
+{
+    const QPoint at = pointOnClock();
+    m_firstRowActive = m_dice->oneIn(3);
+    note((m_firstRowActive ? u"click and menu key "_s : u"menu "_s) + textOf({at}));
+    if (m_firstRowActive)
+        clickForKeyboard(at);
+    const auto ask = [this, at] {
+        if (m_firstRowActive)
+            Hands::type(Key::Menu);
+        else
+            Hands::click(at, Hands::Button::Right);
+    };
+    ask();
+    if (!QTest::qWaitFor([this] { return m_clock->menus().size() == 1; }) && mayRepeat())
+        ask();
+    QTRY_COMPARE(m_clock->menus().size(), 1);
+    readMenu();
+}
+
+void TestRandomEvents::readMenu()
+{
+    QList<bool> expected(rowCount - (m_checks.taskbar ? 0 : 1));
+    expected[Resize] = m_checks.resize;
+    expected[Fixed] = m_checks.fixed;
+    expected[Topmost] = m_checks.topmost;
+    expected[ShowOnTaskbar] = m_checks.taskbar;
+    const auto checks = [this] {
+        QList<bool> result;
+        for (const MenuRow &row : menuRows(m_clock->menuPicture()))
+            result.append(row.isChecked);
+        return result;
+    };
+    QTRY_COMPARE(checks(), expected); // painted a moment after it has come
+}
+
+// Of the open menu, with the mouse or with the arrow keys.
+void TestRandomEvents::choose(Row row)
+{
+    const int index = row - (row > Minimize && !m_checks.taskbar ? 1 : 0);
+    const bool byKeys = m_dice->oneIn(2);
+    m_settingsTime = m_clock->settingsTime();
+    note(QDebug::toString(row) + (byKeys ? u" by keys"_s : u" by mouse"_s));
+    if (byKeys) {
+        for (int i = m_firstRowActive ? 1 : 0; i <= index; ++i)
+            Hands::type(Key::Down);
+        Hands::type(row == MoveTo ? Key::Right : Key::Return);
+    } else {
+        const QRect place = menuRows(m_clock->menuPicture()).value(index).place;
+        Hands::click(m_clock->menus().first().topLeft() + place.center());
+    }
+    if (row == MoveTo) {
+        QTRY_COMPARE(m_clock->menus().size(), 2);
+        m_firstRowActive = byKeys;
+    } else {
+        QTRY_VERIFY(m_clock->menus().isEmpty());
+    }
+}
+
+void TestRandomEvents::chooseInMenu()
+{
+    openMenu();
+    if (QTest::currentTestFailed())
+        return;
+    Row row = Row(m_dice->below(rowCount));
+    if (row == Minimize || (row == Quit && !m_dice->oneIn(4)))
+        row = MoveTo;
+    choose(row);
+    if (QTest::currentTestFailed())
+        return;
+    switch (row) {
+    case Resize:
+        m_checks.resize = !m_checks.resize;
+        break;
+    case Fixed:
+        m_checks.fixed = !m_checks.fixed;
+        break;
+    case Topmost:
+        m_checks.topmost = !m_checks.topmost;
+        break;
+    case ShowOnTaskbar:
+        m_checks.taskbar = !m_checks.taskbar;
+        giveTimeForTheTaskbar();
+        break;
+    case MoveTo:
+        chooseInMoveMenu();
+        break;
+    case Settings:
+        closeDialog(false);
+        if (!QTest::currentTestFailed())
+            readSettings();
+        break;
+    case About:
+        closeDialog(m_dice->oneIn(2));
+        break;
+    default:
+        quitAndStart();
+    }
+}
+
+void TestRandomEvents::chooseInMoveMenu()
+{
+    const auto rowsOfMenu = [this] { return menuRows(m_clock->menuPicture()); };
+    QTRY_COMPARE(rowsOfMenu().size(), moveRowCount);
+    const auto row = MoveRow(m_dice->below(moveRowCount));
+    const bool byKeys = m_dice->oneIn(2);
+    note(QDebug::toString(row) + (byKeys ? u" by keys"_s : u" by mouse"_s));
+    if (byKeys) {
+        for (int i = m_firstRowActive ? 1 : 0; i <= row; ++i)
+            Hands::type(Key::Down);
+        Hands::type(Key::Return);
+    } else {
+        Hands::click(m_clock->menus().last().topLeft() + rowsOfMenu().value(row).place.center());
+    }
+    QTRY_VERIFY(m_clock->menus().isEmpty());
+    const bool isAtRight = row == TopRight || row == BottomRight;
+    const bool isAtBottom = row == BottomRight || row == BottomLeft;
+    if (row == Center)
+        m_place.moveCenter(screen().center());
+    else // one pixel short of the right edge and of the bottom edge
+        m_place.moveTopLeft({isAtRight ? screen().right() - m_place.width() : screen().left(),
+            isAtBottom ? screen().bottom() - m_place.height() : screen().top()});
+    QTRY_COMPARE(m_clock->geometry(), m_place);
+    QVERIFY(screen().contains(m_clock->geometry()));
+    readSettings();
+}
+
+void TestRandomEvents::closeDialog(bool byKey)
+{
+    QTRY_COMPARE(m_clock->dialogs(), 1);
+    QTRY_VERIFY(m_clock->dialogHasKeyboard());
+    if (byKey)
+        Hands::type(Key::Escape);
+    else
+        m_clock->closeDialogs();
+    QTRY_COMPARE(m_clock->dialogs(), 0);
+    DrivenClock::settleFocus();
+}
+
+void TestRandomEvents::quitAndStart()
+{
+    QCOMPARE(m_clock->waitForExit(), 0);
+    QCOMPARE(complaints(), QByteArray());
+    readSettings();
+    m_checks.taskbar = false;
+    QVERIFY(m_clock->start());
+}
+
+// After something that saves them.
+void TestRandomEvents::readSettings()
+{
+    const auto isSaved = [this] {
+        if (m_clock->settingsTime() == m_settingsTime)
+            return false;
+        const QJsonObject saved = m_clock->settings();
+        const QJsonObject geometry = saved[u"Geometry"_s].toObject();
+        return saved[u"ResizeEnabled"_s] == m_checks.resize && saved[u"Fixed"_s] == m_checks.fixed
+            && saved[u"Topmost"_s] == m_checks.topmost && geometry[u"Left"_s] == m_place.left()
+            && geometry[u"Top"_s] == m_place.top() && geometry[u"Width"_s] == m_place.width()
+            && geometry[u"Height"_s] == m_place.height();
+    };
+    if (!QTest::qWaitFor(isSaved))
+        QFAIL(QJsonDocument(m_clock->settings()).toJson().constData());
+}
+
+// By Escape, or by a click elsewhere, which only closes the menu.
+void TestRandomEvents::leaveMenu()
+{
+    openMenu();
+    if (QTest::currentTestFailed())
+        return;
+    const bool byKey = m_dice->oneIn(2);
+    note(byKey ? u"Escape"_s : u"click beside the menu"_s);
+    if (byKey) {
+        Hands::type(Key::Escape);
+    } else {
+        const QRect menu = m_clock->menus().first();
+        QPoint at;
+        do {
+            at = pointElsewhere();
+        } while (menu.contains(at));
+        Hands::click(at);
+    }
+    QTRY_VERIFY(m_clock->menus().isEmpty());
+}
+
+void TestRandomEvents::minimizeAndRestore()
+{
+    openMenu();
+    if (QTest::currentTestFailed())
+        return;
+    if (!m_checks.taskbar) {
+        choose(ShowOnTaskbar);
+        m_checks.taskbar = true;
+        giveTimeForTheTaskbar();
+        return;
+    }
+    choose(Minimize);
+    QTRY_VERIFY(!m_clock->isSeen());
+    if (m_dice->oneIn(2))
+        clickElsewhere();
+    note(u"restore"_s);
+    m_clock->restore();
+    // Not QTRY_VERIFY, which looks once more: it may be on its way to the taskbar's style by then.
+    QVERIFY(QTest::qWaitFor([this] { return m_clock->isSeen(); }));
+    giveTimeForTheTaskbar();
+}
