@@ -89,6 +89,7 @@ private:
     void readMenu();
     void choose(Row row);
     void chooseInMoveMenu();
+    void allowForFrame();
     void closeDialog(bool byKey);
     void quitAndStart();
     void readSettings();
