@@ -215,11 +215,16 @@ void startShown(xcb_connection_t *xcb, xcb_window_t window)
         32, fields, values);
 }
 
+int typeOf(const xcb_generic_event_t &event)
+{
+    constexpr int sentByAClient = 0x80;
+    return event.response_type & ~sentByAClient;
+}
+
 // The sign of a window manager that has just come (EWMH, _NET_SUPPORTING_WM_CHECK).
 bool isNewWindowManager(const xcb_generic_event_t &event)
 {
-    constexpr int sentByAClient = 0x80;
-    if ((event.response_type & ~sentByAClient) != XCB_PROPERTY_NOTIFY || !hints())
+    if (typeOf(event) != XCB_PROPERTY_NOTIFY || !hints())
         return false;
     const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
     return change.window == hints()->screens[0]->root
@@ -227,10 +232,18 @@ bool isNewWindowManager(const xcb_generic_event_t &event)
         && change.state == XCB_PROPERTY_NEW_VALUE;
 }
 
+// The window has come onto the screen, whoever has brought it there.
+bool isMapOf(const xcb_generic_event_t &event, const QWindow &window)
+{
+    return typeOf(event) == XCB_MAP_NOTIFY && window.handle()
+        && reinterpret_cast<const xcb_map_notify_event_t &>(event).window == window.winId();
+}
+
 // A window manager takes the state away from a window that is withdrawn, at some time after the
-// hide. So it is set before the show, for the manager to find, and again once the window is seen,
-// in case the manager was late. One that takes the place of another may not understand what that
-// has left: "on all desktops" has been taken for the last one, where nobody sees the clock.
+// hide. So it is set before the show, for the manager to find, and again each time that the window
+// is seen: a late manager may carry out a show, the hide and the next show after all three were
+// asked for. One that takes the place of another may not understand what that has left: "on all
+// desktops" has been taken for the last one, where nobody sees the clock.
 class WindowKeeper : public QObject, public QAbstractNativeEventFilter
 {
 public:
@@ -262,9 +275,13 @@ public:
     bool nativeEventFilter(
         const QByteArray &eventType, void *message, [[maybe_unused]] qintptr *result) override
     {
-        if (eventType == "xcb_generic_event_t"
-            && isNewWindowManager(*static_cast<const xcb_generic_event_t *>(message)))
+        if (eventType != "xcb_generic_event_t")
+            return false;
+        const auto &event = *static_cast<const xcb_generic_event_t *>(message);
+        if (isNewWindowManager(event))
             m_newManagerTimer.start();
+        else if (isMapOf(event, *m_window))
+            m_dueWhenSeen = true;
         return false;
     }
 
@@ -273,7 +290,6 @@ public:
         if (event->type() == QEvent::Show || isNewSurface(event)) {
             prepareForShow();
             apply();
-            m_dueWhenSeen = true;
         } else if (event->type() == QEvent::Expose && m_dueWhenSeen && isSeen()) {
             m_dueWhenSeen = false;
             apply();
