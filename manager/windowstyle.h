@@ -43,8 +43,8 @@ void showWindow(WId window);
 [[nodiscard]] bool isLost(WId window);
 
 /// Calls \a apply whenever \a window may have lost what these functions have set: after Qt has made
-/// its native window anew and, where a hidden window forgets, around every show; no longer once
-/// \a context is gone.
+/// its native window anew and, where a hidden window forgets, before a show and each time that the
+/// window comes onto the screen in the seconds after it; no longer once \a context is gone.
 void reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply);
 
 /// Leaves the thread's DPI awareness as it is, after having switched it to per-monitor once.

@@ -4,6 +4,7 @@
 #include "manager/windowstyle.h"
 
 #include <QtCore/qabstractnativeeventfilter.h>
+#include <QtCore/qdeadlinetimer.h>
 #include <QtCore/qlist.h>
 #include <QtCore/qpointer.h>
 #include <QtCore/qtimer.h>
@@ -241,9 +242,9 @@ bool isMapOf(const xcb_generic_event_t &event, const QWindow &window)
 
 // A window manager takes the state away from a window that is withdrawn, at some time after the
 // hide. So it is set before the show, for the manager to find, and again each time that the window
-// is seen: a late manager may carry out a show, the hide and the next show after all three were
-// asked for. One that takes the place of another may not understand what that has left: "on all
-// desktops" has been taken for the last one, where nobody sees the clock.
+// comes onto the screen after it: a late manager may carry out a show, the hide and the next show
+// after all three were asked for. One that takes the place of another may not understand what that
+// has left: "on all desktops" has been taken for the last one, where nobody sees the clock.
 class WindowKeeper : public QObject, public QAbstractNativeEventFilter
 {
 public:
@@ -262,11 +263,13 @@ public:
                 && !m_window->flags().testFlag(Qt::WindowSystemMenuHint))
                 this->apply();
         });
-        // On a slow machine Qt asks too early even after that.
         m_latePlaceTimer.setSingleShot(true);
         m_latePlaceTimer.setInterval(250ms);
         connect(&m_latePlaceTimer, &QTimer::timeout, this, [this] {
-            if (isSeen())
+            // While it is dragged it may be on its way to another place already.
+            if (QGuiApplication::mouseButtons() != Qt::NoButton)
+                m_latePlaceTimer.start();
+            else if (isSeen())
                 announcePlace(m_window->winId());
         });
         QCoreApplication::instance()->installNativeEventFilter(this);
@@ -281,7 +284,7 @@ public:
         if (isNewWindowManager(event))
             m_newManagerTimer.start();
         else if (isMapOf(event, *m_window))
-            m_dueWhenSeen = true;
+            m_dueWhenSeen = m_dueWhenSeen || !m_untilSettled.hasExpired();
         return false;
     }
 
@@ -290,11 +293,12 @@ public:
         if (event->type() == QEvent::Show || isNewSurface(event)) {
             prepareForShow();
             apply();
+            m_untilSettled.setRemainingTime(10s);
         } else if (event->type() == QEvent::Expose && m_dueWhenSeen && isSeen()) {
             m_dueWhenSeen = false;
             apply();
             announcePlace(m_window->winId());
-            m_latePlaceTimer.start();
+            m_latePlaceTimer.start(); // a busy window manager places the frame later still
         }
         return QObject::eventFilter(watched, event);
     }
@@ -335,6 +339,9 @@ private:
     QPointer<QObject> m_context;
     std::function<void()> m_apply;
     bool m_dueWhenSeen = true;
+    // Until then a map may be the late answer to a show, and afterwards it is the user's doing:
+    // another desktop, what was set in the window manager's menu.
+    QDeadlineTimer m_untilSettled;
     QTimer m_newManagerTimer;
     QTimer m_latePlaceTimer;
 };
