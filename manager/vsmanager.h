@@ -210,7 +210,7 @@ private:
     void applyWindowStyle();
     void onMainWindowStateChange();
     void completeTaskbarChange();
-    void showAgainIfLost();
+    void makeGoodAfterShow();
     QRect restorableGeometry() const;
     void moveToCorner(Qt::Corner corner);
     void saveIfMoved();

@@ -11,6 +11,7 @@
 
 #include <QtGui/qcursor.h>
 #include <QtGui/qevent.h>
+#include <QtGui/qguiapplication.h>
 #include <QtGui/qregion.h>
 
 #include <chrono>
@@ -220,21 +221,24 @@ void VsManager::completeTaskbarChange()
         m_mainWindow->setGeometry(geometry);
     updateMask();
     WindowStyle::setWindowTransparentForMouse(m_mainWindow->winId(), m_config->ignoreMouseEvent());
-    QTimer::singleShot(500ms, this, &VsManager::showAgainIfLost);
+    QTimer::singleShot(500ms, this, &VsManager::makeGoodAfterShow);
 }
 
 // A window manager that hears of a hide and a show in one go may carry out only the hide, or forget
-// meanwhile which desktop the window belongs to. The clock would be gone.
-void VsManager::showAgainIfLost()
+// meanwhile which desktop the window belongs to. The clock would be gone. And what Windows restores
+// gets its size after the mask.
+void VsManager::makeGoodAfterShow()
 {
     const bool isMeantToBeSeen
         = m_mainWindow->isVisible() && m_mainWindow->windowState() != Qt::WindowMinimized;
+    // Not m_mousePressed: what opens the menu is never released for the clock.
+    const bool isDragged = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
     const bool isLost = isMeantToBeSeen && WindowStyle::isLost(m_mainWindow->winId());
     m_triesToShow = isLost ? m_triesToShow + 1 : 0;
     if (isLost && m_triesToShow <= mostTriesToShow)
         completeTaskbarChange();
-    else if (isMeantToBeSeen && !m_mousePressed) // while it is dragged it has no mask
-        updateMask(); // a restored window may have got its size only now
+    else if (isMeantToBeSeen && !isDragged) // which has no mask
+        updateMask();
 }
 
 void VsManager::onAboutToMinimize()

@@ -264,6 +264,13 @@ void TestVsManagerWindow::maskFollowsALateSize()
     QTest::qWait(laterMs);
     QVERIFY(window.mask().isEmpty());
     QTest::mouseRelease(&window, Qt::LeftButton);
+    // No other button drags, and that of the menu is never released over the clock.
+    m_manager->setShowOnTaskbar(false);
+    QTest::mousePress(&window, Qt::MiddleButton);
+    QTest::qWait(100);
+    window.resize(150, 150);
+    QTRY_COMPARE(window.mask(), circle(150));
+    QTest::mouseRelease(&window, Qt::MiddleButton);
 }
 
 void TestVsManagerWindow::taskbarTakesNoUnusableSize_data()
