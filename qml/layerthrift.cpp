@@ -4,7 +4,6 @@
 #include "qml/layerthrift.h"
 
 #include "platform/freememory.h"
-#include "qml/picturepart.h"
 
 #include <QtGui/qpainter.h>
 #include <QtQuick/private/qquickimage_p.h>
@@ -130,10 +129,7 @@ LayerThrift::LayerThrift(QQuickWindow *window)
     connect(window, &QQuickWindow::beforeSynchronizing, this, cutWhenDue, Qt::DirectConnection);
     m_rest.setSingleShot(true);
     m_rest.setInterval(1s);
-    connect(&m_rest, &QTimer::timeout, this, [this] {
-        m_isCutDue = true;
-        m_window->update();
-    });
+    connect(&m_rest, &QTimer::timeout, this, &LayerThrift::waitForCut);
 }
 
 QRectF LayerThrift::paintedPart(const QQuickImage *image) const
@@ -149,6 +145,12 @@ bool LayerThrift::isKept(const QQuickImage *image) const
 bool LayerThrift::isCut(const QQuickImage *image) const
 {
     return PicturePart::isCut(image->image());
+}
+
+bool LayerThrift::isAtRest() const
+{
+    const auto isCut = [](const Layer &layer) { return layer.held != whole; };
+    return !m_rest.isActive() && !m_isCutDue && std::ranges::any_of(m_layers, isCut);
 }
 
 void LayerThrift::lookAt(QQuickImage *image)
@@ -175,8 +177,10 @@ void LayerThrift::lookAtPicture(Layer &layer, const QQuickImage *image)
     const QImage picture = image->image();
     const bool isOtherPicture
         = std::exchange(layer.pictureKey, picture.cacheKey()) != picture.cacheKey();
-    if (isOtherPicture)
+    if (isOtherPicture) {
         layer.held = PicturePart::held(picture);
+        layer.look = {};
+    }
     // While the next picture is loading the one before it is painted.
     const bool isOtherDrawing
         = image->status() == QQuickImage::Ready && layer.source != image->source();
@@ -187,7 +191,7 @@ void LayerThrift::lookAtPicture(Layer &layer, const QQuickImage *image)
         layer.filled = layer.held; // the image was not looked at for a while
     else if (isOtherDrawing)
         layer.filled = PicturePart::filled(picture);
-    if (isOtherPicture && isWorthCutting(layer.filled) && isComputedHere())
+    if (isOtherPicture && !isCut && isWorthCutting(layer.filled) && isComputedHere())
         m_rest.start();
 }
 
@@ -222,10 +226,9 @@ LayerThrift::Look LayerThrift::lookOf(const Layer &layer, const QQuickImage *ima
     const double ratio = m_window->effectiveDevicePixelRatio();
     const QRectF place = transform.mapRect(scaled(layer.held, image->size()));
     const QRectF target(place.topLeft() * ratio, place.size() * ratio);
-    const QImage picture = image->image();
-    if (!isWorthKeeping(picture, target.size()))
+    if (!isWorthKeeping(image->image(), target.size()))
         return {};
-    return {picture.cacheKey(), image->smooth(), target};
+    return {image->smooth(), target};
 }
 
 // Other renderers leave that work to the graphics card, and the pictures to its memory.
@@ -262,16 +265,29 @@ void LayerThrift::paintPart(const Layer &layer, QQuickImage *image) const
     paint(image, image->textureProvider()->texture(), paintedPart(image), source);
 }
 
-// Each picture that comes starts the wait anew, so nothing is cut while some are on their way.
+// While pictures are on their way those that are there may soon be of no use.
+void LayerThrift::waitForCut()
+{
+    if (isAnyLoading()) {
+        m_rest.start();
+        return;
+    }
+    m_isCutDue = true;
+    m_window->update();
+}
+
+bool LayerThrift::isAnyLoading() const
+{
+    bool result = false;
+    visitImages(m_window->contentItem(), [&result](const QQuickImage *image) {
+        result = result || image->status() == QQuickImage::Loading;
+    });
+    return result;
+}
+
 void LayerThrift::cutPictures()
 {
-    bool isAnyLoading = false;
     bool isAnyCut = false;
-    visitImages(m_window->contentItem(), [&](const QQuickImage *image) {
-        isAnyLoading = isAnyLoading || image->status() == QQuickImage::Loading;
-    });
-    if (isAnyLoading)
-        return;
     visitImages(m_window->contentItem(), [&](QQuickImage *image) {
         const Layer layer = m_layers.value(image);
         const QImage picture = image->image();

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "qml/picturepart.h"
+
 #include <QtCore/qhash.h>
 #include <QtCore/qobject.h>
 #include <QtCore/qrect.h>
@@ -41,11 +43,13 @@ public:
     [[nodiscard]] bool isKept(const QQuickImage *image) const;
     /// Whether \a image holds the filled part of its picture and no more.
     [[nodiscard]] bool isCut(const QQuickImage *image) const;
+    /// Whether pictures have been cut, and none waits for it: from here on nothing but what is
+    /// shown brings a frame about.
+    [[nodiscard]] bool isAtRest() const;
 
 private:
-    // What decides about the pixels of an image.
+    // What decides about the pixels of an image, beside its picture.
     struct Look {
-        qint64 pictureKey = 0; // QImage::cacheKey()
         bool smooth = false;
         QRectF target; // of all that the picture has, in the window, in pixels
 
@@ -57,7 +61,7 @@ private:
         QRectF filled; // the part of the whole picture, in shares of it
         QRectF painted; // the same, or all
         qint64 pictureKey = 0; // QImage::cacheKey()
-        QRectF held{0, 0, 1, 1}; // the part of the whole picture that the image's own has
+        QRectF held = PicturePart::whole; // what of the whole picture the image's own has
         Look look;
         std::shared_ptr<QSGTexture> kept; // the pixels, while the look stays what it is
     };
@@ -71,13 +75,15 @@ private:
     Look lookOf(const Layer &layer, const QQuickImage *image) const;
     QRect keptPixels(const Look &look) const;
 
+    void waitForCut();
     void cutPictures();
+    bool isAnyLoading() const;
     bool isComputedHere() const;
 
     QQuickWindow *m_window;
     QHash<const QQuickImage *, Layer> m_layers; // in the last frame
     QHash<const QQuickImage *, Layer> m_before; // in the one before it
     bool m_isWholeFrame = false; // whether all of the window will be painted
-    QTimer m_rest; // since the last picture has come
+    QTimer m_rest; // since the last picture to cut has come
     bool m_isCutDue = false;
 };

@@ -17,8 +17,9 @@ constexpr double room = 1.0 / 64;
 constexpr int lines = 512; // to look at, at most twice as many
 
 // A picture that was cut says by itself where it lies in the whole one, so that it is never taken
-// for that: its left and top edge, and the width and height of the whole, in pixels.
-constexpr QLatin1StringView placeText("Place");
+// for that: its left and top edge, and the width and height of the whole, in pixels. No picture
+// file has a text of this name by chance.
+constexpr QLatin1StringView placeText("vesper.place");
 
 // The pixels of a line from the first to the last that is not clear.
 QRect filledPixels(const QImage &picture, int y)
@@ -58,6 +59,8 @@ QRectF PicturePart::filled(const QImage &picture)
 QImage PicturePart::cut(const QImage &picture, QRectF part)
 {
     const QRect pixels = scaled(part, picture.size()).toAlignedRect() & picture.rect();
+    if (pixels.isEmpty())
+        return {}; // QImage::copy() would take that for all
     QImage result = picture.copy(pixels);
     QString place;
     QTextStream(&place) << pixels.x() << ' ' << pixels.y() << ' ' << picture.width() << ' '

@@ -13,19 +13,19 @@ namespace PicturePart
 constexpr QRectF whole(0, 0, 1, 1);
 
 /// \a part of something as large as \a size.
-QRectF scaled(QRectF part, QSizeF size);
+[[nodiscard]] QRectF scaled(QRectF part, QSizeF size);
 
 /// The part of \a picture outside of which every pixel is clear, with some room about it. All of it
 /// when it is clear throughout. What is thinner than a 512th of the picture and stands apart may be
 /// missed.
-QRectF filled(const QImage &picture);
+[[nodiscard]] QRectF filled(const QImage &picture);
 
-/// A picture of its own with the pixels of \a part and no others, which says which part it is. Null
-/// when memory is short.
-QImage cut(const QImage &picture, QRectF part);
+/// A copy of the pixels of \a part and no others, which says which part it is. Null when memory is
+/// short or there are no such pixels.
+[[nodiscard]] QImage cut(const QImage &picture, QRectF part);
 /// Whether \a picture was made by cut().
-bool isCut(const QImage &picture);
-/// The part of the whole picture that \a picture has.
-QRectF held(const QImage &picture);
+[[nodiscard]] bool isCut(const QImage &picture);
+/// The part of the whole picture that \a picture has: whole, unless it was made by cut().
+[[nodiscard]] QRectF held(const QImage &picture);
 
 } // namespace PicturePart

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void findsWhatIsFilled_data();
     void findsWhatIsFilled();
     void cutsToWholePixels();
+    void cutsNothingOutOfNothing();
     void cutPictureIsNeverTakenForTheWhole();
 };
 
@@ -83,6 +84,14 @@ void TestPicturePart::cutsToWholePixels()
     QCOMPARE(PicturePart::held(picture), PicturePart::whole);
     QCOMPARE(cut.pixel(0, 0), picture.pixel(160, 320));
     QCOMPARE(cut.pixel(160, 79), picture.pixel(320, 399));
+}
+
+void TestPicturePart::cutsNothingOutOfNothing()
+{
+    const QImage picture = pictureWith({64, 64}, QRect(1, 1, 62, 62));
+    QVERIFY(PicturePart::cut(picture, QRectF()).isNull());
+    QVERIFY(PicturePart::cut(picture, QRectF(1, 1, 1, 1)).isNull());
+    QVERIFY(PicturePart::cut(QImage(), PicturePart::whole).isNull());
 }
 
 // Not even where a cut leaves all of it.
