@@ -16,6 +16,8 @@
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qtest.h>
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 void OwnClock::prepare(const ClockHome &home)
@@ -55,9 +57,14 @@ bool OwnClock::waitForWindow()
         return false;
     m_manager->setMainWindow(m_window);
     new ExactPointer(m_window);
-    new LayerThrift(m_window);
+    m_thrift = new LayerThrift(m_window);
     m_manager->start();
     return QTest::qWaitForWindowExposed(m_window);
+}
+
+bool OwnClock::waitForRest() const
+{
+    return QTest::qWaitFor([this] { return m_thrift->isAtRest(); }, std::chrono::minutes(1));
 }
 
 XWindow OwnClock::nativeWindow() const { return XWindow(uint32_t(m_window->winId())); }

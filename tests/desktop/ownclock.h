@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class LayerThrift;
 class QQmlApplicationEngine;
 class QQuickWindow;
 class VsConfig;
@@ -31,6 +32,9 @@ public:
 
     /// False when the window does not come to the screen.
     [[nodiscard]] bool waitForWindow();
+    /// Waits until nothing but the ticks makes the clock paint. False when it does not come to
+    /// rest.
+    [[nodiscard]] bool waitForRest() const;
 
     VsManager *manager() const { return m_manager.get(); }
     QQuickWindow *window() const { return m_window; }
@@ -43,4 +47,5 @@ private:
     std::unique_ptr<VsManager> m_manager;
     std::unique_ptr<QQmlApplicationEngine> m_engine; // it reads what the manager has published
     QQuickWindow *m_window = nullptr; // the engine's
+    LayerThrift *m_thrift = nullptr; // the window's
 };

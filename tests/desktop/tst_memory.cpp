@@ -61,11 +61,12 @@ private:
 
 void TestMemory::settingsWindowLeavesLittle()
 {
-    constexpr int restMs = 3000; // for what goes when the clock rests, and a second after that
+    constexpr int restMs = 3000; // memory is given back a second after what it was for
     OwnClock::setStoredGeometry(place);
-    VsConfig::instance()->setAutoCheckUpdate(false); // which takes some for encryption
+    VsConfig::instance()->setAutoCheckUpdate(false); // a check takes memory for encryption
     OwnClock clock;
     QVERIFY(clock.waitForWindow());
+    QVERIFY(clock.waitForRest());
     QTest::qWait(restMs);
     const double before = ownMiB();
     QVERIFY(openAndClose(clock));

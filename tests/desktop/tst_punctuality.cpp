@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// How long after a second the clock shows it, at rest and beside two programs that take all the
-// time they get. VESPER_TICK_SECONDS is how long to look; the figures are printed.
+// How long after a second the clock shows it, at rest and beside as many threads as there are
+// processors, which take all the time they get. VESPER_TICK_SECONDS is how long to look; the
+// figures are printed.
 
 #include "manager/vsmanager.h"
 #include "tests/desktop/machinespeed.h"

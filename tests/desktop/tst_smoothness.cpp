@@ -208,7 +208,7 @@ void TestSmoothness::isMovedWithoutAFrame()
     QQuickWindow *window = clock->window();
     FrameWatch watch(window);
     QVERIFY(clock->waitForWindow());
-    QTest::qWait(1500); // the hands have been cut
+    QVERIFY(clock->waitForRest());
     const QPoint middle = window->geometry().center();
     XInput::moveTo(middle);
     XInput::press();

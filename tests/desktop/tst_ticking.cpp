@@ -108,9 +108,10 @@ void TestTicking::restsBetweenTicks()
     QVERIFY(home.writeSettings({{u"SecondHand"_s, false}, {u"WithDigitalClock"_s, false}}));
     RunningClock clock(home, {.environment = timeStandingAt(u"2026-11-15 10:08:42"_s)});
     QVERIFY(clock.waitForWindow());
-    QTest::qWait(2000); // the hands are cut, which may change a pixel by a level or two
     QVERIFY(!clock.stillPicture().isNull());
-    QCOMPARE(changesDuring(clock, 2000), QList<qint64>());
+    // The hands are cut at some time, which may change a pixel by a level or two.
+    const auto rests = [&clock] { return changesDuring(clock, 2000).isEmpty(); };
+    QVERIFY(rests() || rests() || rests());
 }
 
 void TestTicking::goesOn_data()
