@@ -207,7 +207,8 @@ void LayerThrift::choosePart(Layer &layer, QQuickImage *image)
     layer.painted = m_isWholeFrame ? layer.filled : whole;
 }
 
-// Only in the second frame of the same look: while the clock is resized each one is the last.
+// Only in the second frame of the same look, and of the picture that is meant: while the clock is
+// resized each may be the last.
 void LayerThrift::keepPixels(Layer &layer, const QQuickImage *image) const
 {
     const Look look = lookOf(layer, image);
@@ -221,7 +222,8 @@ void LayerThrift::keepPixels(Layer &layer, const QQuickImage *image) const
 LayerThrift::Look LayerThrift::lookOf(const Layer &layer, const QQuickImage *image) const
 {
     const QTransform transform = image->itemTransform(nullptr, nullptr);
-    if (transform.type() > QTransform::TxTranslate || !isSeen(image) || !isComputedHere())
+    if (image->status() != QQuickImage::Ready || transform.type() > QTransform::TxTranslate
+        || !isSeen(image) || !isComputedHere())
         return {};
     const double ratio = m_window->effectiveDevicePixelRatio();
     const QRectF place = transform.mapRect(scaled(layer.held, image->size()));

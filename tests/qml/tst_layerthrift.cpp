@@ -281,6 +281,10 @@ void TestLayerThrift::keepsNothingWhileResized()
         face.setSide(side);
         face.frame();
         QVERIFY(!face.kept().contains(true));
+        // Nor in a second frame, of pictures that the next ones will replace.
+        face.frame();
+        QVERIFY(!face.isLoaded());
+        QVERIFY(!face.kept().contains(true));
     }
     QTRY_VERIFY(face.isLoaded());
     face.settled();
