@@ -12,6 +12,7 @@
 #include "platform/trayhostwatch.h"
 #include "qml/accessibleclock.h"
 #include "qml/exactpointer.h"
+#include "qml/framethrift.h"
 #include "qml/layerthrift.h"
 #include "qml/renderer.h"
 #include "qml/vespermodule.h"
@@ -46,6 +47,7 @@ void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager)
         manager.setMainWindow(window);
         // After the manager, so that its event filter sees only what this one lets through.
         new ExactPointer(window);
+        new FrameThrift(window);
         new LayerThrift(window);
         offerAccessibleClock(*window);
         manager.start();

@@ -7,6 +7,7 @@
 #include "config/vsconfig.h"
 #include "manager/vsmanager.h"
 #include "qml/exactpointer.h"
+#include "qml/framethrift.h"
 #include "qml/layerthrift.h"
 #include "qml/renderer.h"
 #include "qml/vespermodule.h"
@@ -57,6 +58,7 @@ bool OwnClock::waitForWindow()
         return false;
     m_manager->setMainWindow(m_window);
     new ExactPointer(m_window);
+    new FrameThrift(m_window);
     m_thrift = new LayerThrift(m_window);
     m_manager->start();
     return QTest::qWaitForWindowExposed(m_window);
