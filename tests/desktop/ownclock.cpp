@@ -13,10 +13,12 @@
 #include "qml/vespermodule.h"
 
 #include <QtCore/qcoreapplication.h>
+#include <QtGui/qguiapplication.h>
 #include <QtQml/qqmlapplicationengine.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qtest.h>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -74,4 +76,18 @@ XWindow OwnClock::nativeWindow() const { return XWindow(uint32_t(m_window->winId
 bool OwnClock::call(const char *method) const
 {
     return QMetaObject::invokeMethod(m_manager.get(), method);
+}
+
+QQuickWindow *OwnClock::settingsWindow()
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    const auto found = std::ranges::find_if(
+        windows, [](const QWindow *window) { return window->objectName() == "settingsWindow"_L1; });
+    return found == windows.end() ? nullptr : qobject_cast<QQuickWindow *>(*found);
+}
+
+bool OwnClock::closeSettings()
+{
+    return settingsWindow() && settingsWindow()->close()
+        && QTest::qWaitFor([] { return !settingsWindow(); });
 }

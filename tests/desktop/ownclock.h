@@ -43,6 +43,11 @@ public:
     /// Calls a slot or method of the manager by its name. False if it has none.
     [[nodiscard]] bool call(const char *method) const;
 
+    /// The open settings window; null without one.
+    static QQuickWindow *settingsWindow();
+    /// Closes it and waits until it is gone. False when there is none or it stays.
+    [[nodiscard]] static bool closeSettings();
+
 private:
     std::unique_ptr<VsManager> m_manager;
     std::unique_ptr<QQmlApplicationEngine> m_engine; // it reads what the manager has published

@@ -10,14 +10,9 @@
 #include "tests/desktop/sceneitems.h"
 
 #include <QtCore/qcoreapplication.h>
-#include <QtGui/qguiapplication.h>
-#include <QtGui/qwindow.h>
+#include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
 #include <QtTest/qtest.h>
-
-#include <algorithm>
-
-using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -28,19 +23,10 @@ constexpr double laterLimitMiB = 1;
 
 double ownMiB() { return privateMiB(QCoreApplication::applicationPid()); }
 
-QWindow *settingsWindow()
-{
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    const auto found = std::ranges::find_if(
-        windows, [](const QWindow *window) { return window->objectName() == "settingsWindow"_L1; });
-    return found == windows.end() ? nullptr : *found;
-}
-
 bool openAndClose(const OwnClock &clock)
 {
-    return clock.call("openSettings") && settingsWindow()
-        && QTest::qWaitForWindowExposed(settingsWindow()) && settingsWindow()->close()
-        && QTest::qWaitFor([] { return !settingsWindow(); });
+    return clock.call("openSettings") && OwnClock::settingsWindow()
+        && QTest::qWaitForWindowExposed(OwnClock::settingsWindow()) && OwnClock::closeSettings();
 }
 
 } // namespace

@@ -13,7 +13,6 @@
 
 #include <QtCore/qdatetime.h>
 #include <QtCore/qelapsedtimer.h>
-#include <QtGui/qguiapplication.h>
 #include <QtQuick/qquickitem.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qsignalspy.h>
@@ -21,22 +20,11 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace
 {
 
 constexpr QRect place(20, 20, 320, 320);
 constexpr int repeats = 5;
-
-QQuickWindow *settingsWindow()
-{
-    for (QWindow *window : QGuiApplication::topLevelWindows()) {
-        if (window->objectName() == "settingsWindow"_L1)
-            return qobject_cast<QQuickWindow *>(window);
-    }
-    return nullptr;
-}
 
 // Waits until \a from ms of a second have passed, and not more than \a to.
 bool waitForPartOfSecond(qint64 from, qint64 to)
@@ -54,16 +42,10 @@ qint64 openSettings(const OwnClock &clock)
         return -1;
     QElapsedTimer timer;
     timer.start();
-    if (!clock.call("openSettings") || !settingsWindow())
+    if (!clock.call("openSettings") || !OwnClock::settingsWindow())
         return -1;
-    QSignalSpy painted(settingsWindow(), &QQuickWindow::frameSwapped);
+    QSignalSpy painted(OwnClock::settingsWindow(), &QQuickWindow::frameSwapped);
     return painted.wait() ? timer.elapsed() : -1;
-}
-
-bool closeSettings()
-{
-    return settingsWindow() && settingsWindow()->close()
-        && QTest::qWaitFor([] { return !settingsWindow(); });
 }
 
 double median(QList<qint64> values)
@@ -74,7 +56,7 @@ double median(QList<qint64> values)
 
 QQuickItem *sliderOf(const QByteArray &setting)
 {
-    for (QQuickItem *item : SceneItems::of(settingsWindow())) {
+    for (QQuickItem *item : SceneItems::of(OwnClock::settingsWindow())) {
         if (item->property("setting").toByteArray() == setting
             && item->property("slider").isValid())
             return item->property("slider").value<QQuickItem *>();
@@ -116,11 +98,11 @@ void TestSettingsSpeed::opensAtOnce()
     QTest::qWait(1500);
     QList<qint64> laterMs;
     for (int i = 0; i < repeats; ++i) {
-        QVERIFY(closeSettings());
+        QVERIFY(OwnClock::closeSettings());
         laterMs += openSettings(clock);
         QTest::qWait(500);
     }
-    QVERIFY(closeSettings());
+    QVERIFY(OwnClock::closeSettings());
     qInfo("the settings window is painted after %lld ms, later after %.0f; the latest tick %lld ms",
         firstMs, median(laterMs), latestTickMs);
     QVERIFY(firstMs > 0);
@@ -166,7 +148,7 @@ void TestSettingsSpeed::showsASliderStepAtOnce()
         stepsMs += timer.elapsed();
         QTest::qWait(200);
     }
-    QVERIFY(closeSettings());
+    QVERIFY(OwnClock::closeSettings());
     qInfo("side %d: a step shows after %.0f ms", side, median(stepsMs));
     QCOMPARE_LE(median(stepsMs), limitMs * machineSlownessAfterRest());
     QCOMPARE(m_loads, 0);
