@@ -40,6 +40,7 @@ private Q_SLOTS:
     void toneByKeyboard();
     void listClosesWithTheFocus();
     void quitsWithItOpen();
+    void toneOfASessionThatEndsWithItOpen();
 
 private:
     void start(const QJsonObject &settings = {});
@@ -48,6 +49,7 @@ private:
     QList<XWindow> dialogs() const;
     bool closeSettings();
     bool openList();
+    bool chooseSecondTone();
     QString storedTone() const;
 
     std::unique_ptr<ClockHome> m_home;
@@ -106,6 +108,15 @@ bool TestSettingsDialog::openList()
     return true;
 }
 
+bool TestSettingsDialog::chooseSecondTone()
+{
+    if (!openList())
+        return false;
+    const QRect list = dialogs().last().geometry();
+    XInput::click(list.topLeft() + QPoint(40, listRowHeight * 3 / 2));
+    return QTest::qWaitFor([this] { return dialogs().size() == 1; });
+}
+
 QString TestSettingsDialog::storedTone() const
 {
     return m_home->settings()[u"Theme"_s][u"ColorToneName"_s].toString();
@@ -135,7 +146,6 @@ void TestSettingsDialog::opensAgainInTheMiddle()
     QTRY_COMPARE(window.geometry(), first);
 }
 
-// Values that no control shows as they are stay as well.
 // The buttons at its lower edge are the first that a frame would push off a small screen.
 void TestSettingsDialog::fitsOnTheScreenWithItsFrame()
 {
@@ -148,6 +158,7 @@ void TestSettingsDialog::fitsOnTheScreenWithItsFrame()
     QVERIFY(closeSettings());
 }
 
+// Values that no control shows as they are stay as well.
 void TestSettingsDialog::openingWritesNothing()
 {
     start({{u"ScaleFactorGroup"_s, QJsonObject{{u"DateScaleFactor"_s, 4.5}}},
@@ -170,10 +181,7 @@ void TestSettingsDialog::toneByMouse()
 {
     start({{u"Theme"_s, QJsonObject{{u"ColorToneName"_s, u"DarkBlue"_s}}}});
     QVERIFY(openSettings());
-    QVERIFY(openList());
-    const QRect list = dialogs().last().geometry();
-    XInput::click(list.topLeft() + QPoint(40, listRowHeight * 3 / 2));
-    QTRY_COMPARE(dialogs().size(), 1);
+    QVERIFY(chooseSecondTone());
     QVERIFY(closeSettings());
     QTRY_COMPARE(storedTone(), u"DarkRed"_s);
 }
@@ -212,6 +220,17 @@ void TestSettingsDialog::quitsWithItOpen()
     QVERIFY(ClockMenu::choose(place.center(), ClockMenu::Quit));
     QCOMPARE(m_clock->waitForExit(), 0);
     QCOMPARE(m_home->storedGeometry().toRect(), place);
+}
+
+void TestSettingsDialog::toneOfASessionThatEndsWithItOpen()
+{
+    start({{u"Theme"_s, QJsonObject{{u"ColorToneName"_s, u"DarkBlue"_s}}}});
+    QVERIFY(openSettings());
+    QVERIFY(chooseSecondTone());
+    QCOMPARE(storedTone(), u"DarkBlue"_s); // it is the end that saves it
+    m_clock->signal(SIGTERM);
+    QCOMPARE(m_clock->waitForExit(), 0);
+    QCOMPARE(storedTone(), u"DarkRed"_s);
 }
 
 QTEST_MAIN(TestSettingsDialog)
