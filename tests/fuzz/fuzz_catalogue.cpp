@@ -24,10 +24,7 @@ constexpr auto language = "xx"_L1;
 struct World {
     World()
     {
-        static int argc = 1;
-        static char name[] = "fuzz_catalogue";
-        static char *argv[] = {name, nullptr};
-        application = new QApplication(argc, argv); // lives as long as the process
+        application = makeApplication<QApplication>();
         const QDir folder(QCoreApplication::applicationDirPath());
         folder.mkdir(u"translations"_s);
         file = folder.filePath(u"translations/app_xx.qm"_s);

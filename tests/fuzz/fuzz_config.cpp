@@ -31,10 +31,7 @@ const QList<QList<QRect>> desktops{
 struct World {
     World()
     {
-        static int argc = 1;
-        static char name[] = "fuzz_config";
-        static char *argv[] = {name, nullptr};
-        new QCoreApplication(argc, argv); // lives as long as the process
+        makeApplication<QCoreApplication>();
         defaults = std::make_unique<VsConfig>();
     }
 

@@ -23,10 +23,7 @@ class World
 public:
     World()
     {
-        static int argc = 1;
-        static char name[] = "fuzz_desktopfile";
-        static char *argv[] = {name, nullptr};
-        new QCoreApplication(argc, argv); // lives as long as the process
+        makeApplication<QCoreApplication>();
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.path()));
         qputenv("XDG_CURRENT_DESKTOP", "Tester:GNOME");
         QDir(m_folder.path()).mkdir(u"autostart"_s);

@@ -24,10 +24,7 @@ namespace
 struct World {
     World()
     {
-        static int argc = 1;
-        static char name[] = "fuzz_licence";
-        static char *argv[] = {name, nullptr};
-        new QApplication(argc, argv); // lives as long as the process
+        makeApplication<QApplication>();
         dialog = new VsLicenseDialog;
         browser = dialog->findChild<QTextBrowser *>();
         const QDir folder(QCoreApplication::applicationDirPath());

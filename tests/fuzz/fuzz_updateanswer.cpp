@@ -26,10 +26,7 @@ namespace
 struct World {
     World()
     {
-        static int argc = 1;
-        static char name[] = "fuzz_updateanswer";
-        static char *argv[] = {name, nullptr};
-        new QCoreApplication(argc, argv); // lives as long as the process
+        makeApplication<QCoreApplication>();
         checker = std::make_unique<VsUpdateChecker>();
         QObject::connect(checker.get(), &VsUpdateChecker::errorOccured, checker.get(),
             [this](const QString &) { news += 'e'; });

@@ -20,3 +20,12 @@ inline void mustHold(bool holds, const char *what)
     std::fprintf(stderr, "broken: %s\n", what);
     std::abort();
 }
+
+/// An application object of the type that the target needs; lives as long as the process.
+template <typename Application> Application *makeApplication()
+{
+    static int argc = 1;
+    static char name[] = "fuzz";
+    static char *argv[] = {name, nullptr};
+    return new Application(argc, argv);
+}
