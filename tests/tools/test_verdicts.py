@@ -61,6 +61,12 @@ class ValgrindVerdict(unittest.TestCase):
         self.assertFalse(self.is_fault("Leak_DefinitelyLost", ("libfontconfig.so.1", "FcInit"),
                                        (PROGRAM, "main")))
 
+    def test_what_was_never_written(self) -> None:
+        for kind in "UninitCondition", "UninitValue", "SyscallParam":
+            with self.subTest(kind):
+                self.assertTrue(self.is_fault(kind, ("libc.so.6", "write"), (PROGRAM, "VsConfig::save()")))
+                self.assertFalse(self.is_fault(kind, ("libc.so.6", "write"), (PROGRAM, "main")))
+
     def test_what_is_still_reachable(self) -> None:
         self.assertFalse(self.is_fault("Leak_StillReachable", (PROGRAM, "VsManager::start()")))
 
