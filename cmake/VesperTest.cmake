@@ -1,12 +1,14 @@
 # SPDX-FileCopyrightText: 2026 Marrowby Inc.
 # SPDX-License-Identifier: MIT
 
-# vesper_add_test(KIND tst_name [SOURCES file...] LIBRARIES lib... [TIMEOUT seconds])
-# adds one QtTest program tst_name.cpp as one test with the label KIND. Kinds: unit and qml run on the offscreen
-# platform, desktop on a real X server with a window manager and a compositor. In a cross-build for
-# Windows every test gets the label windows and runs under Wine.
+# vesper_add_test(KIND tst_name [SOURCES file...] LIBRARIES lib... [TIMEOUT seconds]
+#     [ENVIRONMENT VARIABLE=VALUE...] [FUNCTIONS function...])
+# adds one QtTest program tst_name.cpp as one test with the label KIND, only its FUNCTIONS if there
+# are any. Kinds: unit and qml run on the offscreen platform, desktop on a real X server with a window
+# manager and a compositor. In a cross-build for Windows every test gets the label windows and runs
+# under Wine.
 function(vesper_add_test kind name)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "TIMEOUT" "SOURCES;LIBRARIES;ENVIRONMENT")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "TIMEOUT" "SOURCES;LIBRARIES;ENVIRONMENT;FUNCTIONS")
     qt_add_executable(${name} ${name}.cpp ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE vesper_options Qt6::Test ${arg_LIBRARIES})
     # The QTRY_ macros of Qt 6.8 make an int of a longer number, and a macro counts as ours. An option
@@ -34,7 +36,7 @@ function(vesper_add_test kind name)
         set(label ${kind})
         list(APPEND arg_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     endif()
-    add_test(NAME ${name} COMMAND ${command})
+    add_test(NAME ${name} COMMAND ${command} ${arg_FUNCTIONS})
     # SIGTERM first: with-desktop and run-under-wine then end what they started. (A CMake before
     # 3.27 does not know these two and kills at once.)
     set_tests_properties(${name} PROPERTIES
