@@ -59,15 +59,16 @@ qint64 numberOf(const QString &path, const QString &name)
     return match.hasMatch() ? match.captured(1).toLongLong() : -1;
 }
 
-// The variables of libfaketime. By hand and not by the faketime command, which would stand between
-// the test and the program.
+// The variables of libfaketime, which comes before the library of the address sanitizer. By hand
+// and not by the faketime command, which would stand between the test and the program.
 QMap<QString, QString> fakeTime(const QString &variable, const QString &value)
 {
     return {
-        {u"LD_PRELOAD"_s, u"/usr/$LIB/faketime/libfaketime.so.1"_s}, {variable, value},
+        {u"LD_PRELOAD"_s, u"/usr/$LIB/faketime/libfaketime.so.1"_s},
+        {variable, value},
         {u"FAKETIME_DONT_FAKE_MONOTONIC"_s, u"1"_s}, // timers run by the real time
         {u"NO_FAKE_STAT"_s, u"1"_s},
-        {u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s}, // it comes behind the library above
+        {u"ASAN_OPTIONS"_s, qEnvironmentVariable("ASAN_OPTIONS") + u":verify_asan_link_order=0"_s},
     };
 }
 

@@ -435,6 +435,11 @@ void TestFaults::suspended()
     qInfo("rests in two seconds: usually %lld, after being suspended %lld", usualRests, rests);
     QVERIFY(QTest::qWaitFor(areAlike));
     QCOMPARE_LE(rests, usualRests + usualRests / 2 + 5);
+    for (RunningClock *each : {&clock, &other}) {
+        each->signal(SIGTERM);
+        QCOMPARE(each->waitForExit(), 0);
+        QCOMPARE(each->output(), QByteArray());
+    }
 }
 
 void TestFaults::xServerGone_data()
