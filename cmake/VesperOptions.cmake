@@ -14,21 +14,23 @@ if(WIN32)
     target_compile_definitions(vesper_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
 endif()
 
-# What makes a fault harder to exploit. On Windows the linker puts it into the file's header: moved
-# addresses, also high ones, and data that cannot be run.
+# What makes a fault harder to exploit. On Windows the linker puts a part of it into the file's header:
+# moved addresses, also high ones, and data that cannot be run. The stack protector is an option of the
+# compiler alone: told of it, GCC's linker for Windows takes a library of its own, libssp-0.dll, for
+# what mingw-w64 has in the program already.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
+target_compile_options(vesper_options INTERFACE -fstack-protector-strong)
 if(WIN32)
     target_link_options(vesper_options INTERFACE -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
 else()
-    target_compile_options(vesper_options INTERFACE -fstack-protector-strong)
     target_link_options(vesper_options INTERFACE -Wl,-z,relro,-z,now)
-    if(NOT VESPER_SANITIZE AND NOT VESPER_SANITIZE_THREADS AND NOT VESPER_FUZZ)
-        # With optimisation only; without it the C library says so in a warning.
-        target_compile_options(vesper_options INTERFACE
-            $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=3>)
-    endif()
+endif()
+if(NOT VESPER_SANITIZE AND NOT VESPER_SANITIZE_THREADS AND NOT VESPER_FUZZ)
+    # With optimisation only; without it the C library says so in a warning.
+    target_compile_options(vesper_options INTERFACE
+        $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=3>)
 endif()
 if(VESPER_SANITIZE OR VESPER_FUZZ)
     target_compile_options(vesper_options INTERFACE
