@@ -70,6 +70,8 @@ public:
     static void settleFocus();
 
 private:
+    static constexpr int styleMs = 500; // from the window to the menu's style, with some to spare
+
     struct Program;
     std::unique_ptr<Program> m_program;
 };

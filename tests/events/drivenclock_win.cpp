@@ -94,7 +94,6 @@ DrivenClock::~DrivenClock()
 
 bool DrivenClock::start()
 {
-    constexpr int styleMs = 500; // with some to spare
     m_program->clock = std::make_unique<RunningClock>();
     if (!m_program->clock->waitForWindow())
         return false;

@@ -40,7 +40,6 @@ DrivenClock::~DrivenClock() = default;
 
 bool DrivenClock::start()
 {
-    constexpr int styleMs = 500; // with some to spare
     m_program->clock = std::make_unique<RunningClock>(m_program->home);
     if (!m_program->clock->waitForWindow())
         return false;

@@ -59,21 +59,29 @@ void TestRandomEvents::readMenu()
     QTRY_COMPARE(checks(), expected); // painted a moment after it has come
 }
 
-// Of the open menu, with the mouse or with the arrow keys.
-void TestRandomEvents::choose(Row row)
+// Of the menu that was opened last, with the mouse or with the arrow keys and \a key. Returns
+// whether it was by keys.
+bool TestRandomEvents::takeRow(int index, const QString &name, Key key)
 {
-    const int index = row - (row > Minimize && !m_checks.taskbar ? 1 : 0);
     const bool byKeys = m_dice->oneIn(2);
-    m_settingsTime = m_clock->settingsTime();
-    note(QDebug::toString(row) + (byKeys ? u" by keys"_s : u" by mouse"_s));
+    note(name + (byKeys ? u" by keys"_s : u" by mouse"_s));
     if (byKeys) {
         for (int i = m_firstRowActive ? 1 : 0; i <= index; ++i)
             Hands::type(Key::Down);
-        Hands::type(row == MoveTo ? Key::Right : Key::Return);
+        Hands::type(key);
     } else {
         const QRect place = menuRows(m_clock->menuPicture()).value(index).place;
-        Hands::click(m_clock->menus().first().topLeft() + place.center());
+        Hands::click(m_clock->menus().last().topLeft() + place.center());
     }
+    return byKeys;
+}
+
+void TestRandomEvents::choose(Row row)
+{
+    const int index = row - (row > Minimize && !m_checks.taskbar ? 1 : 0);
+    m_settingsTime = m_clock->settingsTime();
+    const bool byKeys
+        = takeRow(index, QDebug::toString(row), row == MoveTo ? Key::Right : Key::Return);
     if (row == MoveTo) {
         QTRY_COMPARE(m_clock->menus().size(), 2);
         m_firstRowActive = byKeys;
@@ -142,15 +150,7 @@ void TestRandomEvents::chooseInMoveMenu()
     const auto rowsOfMenu = [this] { return menuRows(m_clock->menuPicture()); };
     QTRY_COMPARE(rowsOfMenu().size(), moveRowCount);
     const auto row = MoveRow(m_dice->below(moveRowCount));
-    const bool byKeys = m_dice->oneIn(2);
-    note(QDebug::toString(row) + (byKeys ? u" by keys"_s : u" by mouse"_s));
-    if (byKeys) {
-        for (int i = m_firstRowActive ? 1 : 0; i <= row; ++i)
-            Hands::type(Key::Down);
-        Hands::type(Key::Return);
-    } else {
-        Hands::click(m_clock->menus().last().topLeft() + rowsOfMenu().value(row).place.center());
-    }
+    takeRow(row, QDebug::toString(row), Key::Return);
     QTRY_VERIFY(m_clock->menus().isEmpty());
     const bool isAtRight = row == TopRight || row == BottomRight;
     const bool isAtBottom = row == BottomRight || row == BottomLeft;

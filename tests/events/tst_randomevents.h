@@ -55,7 +55,7 @@ private:
     struct Kind;
     static const QList<Kind> &kinds();
     void happen();
-    void note(const QString &event);
+    void note(const QString &what);
     void look();
     QString difference() const;
 
@@ -87,6 +87,7 @@ private:
     // Parts of what happens in the menu.
     void openMenu();
     void readMenu();
+    bool takeRow(int index, const QString &name, Hands::Key key);
     void choose(Row row);
     void chooseInMoveMenu();
     void allowForFrame();
@@ -96,7 +97,8 @@ private:
 
     std::unique_ptr<DrivenClock> m_clock;
     std::unique_ptr<Dice> m_dice;
-    QStringList m_events;
+    QStringList m_notes; // what has been done
+    int m_events = 0;
     int m_lost = 0; // inputs
     QRect m_place;
     Checks m_checks;
