@@ -1,0 +1,330 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "manager/managedwindow_x11.h"
+
+#include <QtCore/qlist.h>
+#include <QtGui/qguiapplication.h>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+#include <xcb/xcb_ewmh.h>
+
+namespace
+{
+
+struct FreeDeleter {
+    void operator()(void *reply) const { free(reply); } // xcb hands replies out from malloc
+};
+template <typename Reply> using Owned = std::unique_ptr<Reply, FreeDeleter>;
+
+// Null where the windows are not an X server's: under Wayland, offscreen.
+xcb_connection_t *connection()
+{
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+struct HintsDeleter {
+    void operator()(xcb_ewmh_connection_t *hints) const
+    {
+        xcb_ewmh_connection_wipe(hints);
+        delete hints;
+    }
+};
+using OwnedHints = std::unique_ptr<xcb_ewmh_connection_t, HintsDeleter>;
+
+// The atoms of the extended window manager hints, asked for once. Null without an X server.
+xcb_ewmh_connection_t *hints()
+{
+    static const auto atoms = []() -> OwnedHints {
+        if (!connection())
+            return nullptr;
+        auto result = std::make_unique<xcb_ewmh_connection_t>();
+        auto *cookie = xcb_ewmh_init_atoms(connection(), result.get());
+        // What fails has been wiped already.
+        return OwnedHints(xcb_ewmh_init_atoms_replies(result.get(), cookie, nullptr)
+                ? result.release()
+                : nullptr);
+    }();
+    return atoms.get();
+}
+
+xcb_window_t idOf(WId window) { return static_cast<xcb_window_t>(window); }
+
+xcb_atom_t atomOf(ManagedWindow::State state)
+{
+    switch (state) {
+    case ManagedWindow::State::Above:
+        return hints()->_NET_WM_STATE_ABOVE;
+    case ManagedWindow::State::SkipTaskbar:
+        return hints()->_NET_WM_STATE_SKIP_TASKBAR;
+    case ManagedWindow::State::SkipPager:
+        return hints()->_NET_WM_STATE_SKIP_PAGER;
+    case ManagedWindow::State::Sticky:
+        return hints()->_NET_WM_STATE_STICKY;
+    }
+    return XCB_ATOM_NONE;
+}
+
+xcb_atom_t atomOf(xcb_connection_t *xcb, std::string_view name)
+{
+    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        xcb, xcb_intern_atom(xcb, 1, static_cast<uint16_t>(name.size()), name.data()), nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+QList<xcb_atom_t> statesOf(xcb_window_t window)
+{
+    auto *ewmh = hints();
+    xcb_ewmh_get_atoms_reply_t reply;
+    if (!xcb_ewmh_get_wm_state_reply(ewmh, xcb_ewmh_get_wm_state(ewmh, window), &reply, nullptr))
+        return {};
+    const QList<xcb_atom_t> states(reply.atoms, reply.atoms + reply.atoms_len);
+    xcb_ewmh_get_atoms_reply_wipe(&reply);
+    return states;
+}
+
+// Whether a window manager has the window in its care: from the map request until it is withdrawn,
+// and so while it is minimised as well.
+bool isManaged(xcb_connection_t *xcb, xcb_window_t window)
+{
+    static const xcb_atom_t wmState = atomOf(xcb, "WM_STATE");
+    const auto cookie = xcb_get_property(xcb, 0, window, wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
+    if (!reply || xcb_get_property_value_length(reply.get()) < int(sizeof(uint32_t)))
+        return false;
+    constexpr uint32_t withdrawn = 0; // ICCCM 4.1.3.1
+    return *static_cast<const uint32_t *>(xcb_get_property_value(reply.get())) != withdrawn;
+}
+
+void writeStates(xcb_window_t window, std::initializer_list<ManagedWindow::State> changed, bool on)
+{
+    QList<xcb_atom_t> states = statesOf(window);
+    for (const ManagedWindow::State state : changed) {
+        states.removeAll(atomOf(state));
+        if (on)
+            states.append(atomOf(state));
+    }
+    xcb_ewmh_set_wm_state(hints(), window, static_cast<uint32_t>(states.size()), states.data());
+}
+
+uint32_t currentDesktop()
+{
+    auto *ewmh = hints();
+    uint32_t desktop = 0; // what a window manager without virtual desktops has
+    xcb_ewmh_get_current_desktop_reply(
+        ewmh, xcb_ewmh_get_current_desktop(ewmh, 0), &desktop, nullptr);
+    return desktop;
+}
+
+// Beside the sticky state: some window managers know only one of the two.
+void setDesktop(xcb_window_t window, uint32_t desktop)
+{
+    auto *ewmh = hints();
+    if (!isManaged(ewmh->connection, window))
+        xcb_ewmh_set_wm_desktop(ewmh, window, desktop);
+    xcb_ewmh_request_change_wm_desktop(
+        ewmh, 0, window, desktop, XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
+    xcb_flush(ewmh->connection);
+}
+
+// The window that is above all others in the window manager's care; none without such a list.
+xcb_window_t topWindow()
+{
+    auto *ewmh = hints();
+    xcb_ewmh_get_windows_reply_t reply;
+    if (!xcb_ewmh_get_client_list_stacking_reply(
+            ewmh, xcb_ewmh_get_client_list_stacking(ewmh, 0), &reply, nullptr))
+        return XCB_NONE;
+    const xcb_window_t top
+        = reply.windows_len > 0 ? reply.windows[reply.windows_len - 1] : xcb_window_t(XCB_NONE);
+    xcb_ewmh_get_windows_reply_wipe(&reply);
+    return top;
+}
+
+// None of a window that is not there.
+std::optional<uint8_t> mapStateOf(WId window)
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return std::nullopt;
+    const auto cookie = xcb_get_window_attributes(xcb, idOf(window));
+    const Owned<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(xcb, cookie, nullptr));
+    return reply ? std::optional(reply->map_state) : std::nullopt;
+}
+
+int typeOf(const xcb_generic_event_t &event)
+{
+    constexpr int sentByAClient = 0x80;
+    return event.response_type & ~sentByAClient;
+}
+
+} // namespace
+
+// A window manager reads the property when it takes a window into its care, and only messages after
+// that. Both are sent in the time between the map request and the manager's answer, which cannot be
+// seen from here; a message about a window that is not in its care does nothing.
+void ManagedWindow::setStates(WId window, std::initializer_list<State> states, bool on)
+{
+    auto *ewmh = hints();
+    if (!ewmh)
+        return;
+    if (!isManaged(ewmh->connection, idOf(window)))
+        writeStates(idOf(window), states, on);
+    const auto action = on ? XCB_EWMH_WM_STATE_ADD : XCB_EWMH_WM_STATE_REMOVE;
+    for (const State state : states)
+        xcb_ewmh_request_change_wm_state(ewmh, 0, idOf(window), action, atomOf(state),
+            XCB_ATOM_NONE, XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
+    xcb_flush(ewmh->connection);
+}
+
+bool ManagedWindow::hasState(WId window, State state)
+{
+    return hints() && statesOf(idOf(window)).contains(atomOf(state));
+}
+
+void ManagedWindow::showOnAllDesktops(WId window)
+{
+    constexpr uint32_t allDesktops = 0xFFFFFFFF; // EWMH, _NET_WM_DESKTOP
+    if (hints())
+        setDesktop(idOf(window), allDesktops);
+}
+
+void ManagedWindow::showOnCurrentDesktop(WId window)
+{
+    if (hints())
+        setDesktop(idOf(window), currentDesktop());
+}
+
+// The state alone says nothing about two windows that both have it. A request without a sibling is
+// one for the focus, too, to some window managers. The sibling is none to the X server, which knows
+// the frames around both, so the request goes to the window manager (ICCCM 4.1.5).
+void ManagedWindow::raise(WId window)
+{
+    auto *ewmh = hints();
+    const xcb_window_t top = ewmh ? topWindow() : xcb_window_t(XCB_NONE);
+    if (top == XCB_NONE || top == idOf(window))
+        return;
+    const xcb_window_t root = ewmh->screens[0]->root;
+    xcb_configure_request_event_t event{};
+    event.response_type = XCB_CONFIGURE_REQUEST;
+    event.stack_mode = XCB_STACK_MODE_ABOVE;
+    event.parent = root;
+    event.window = idOf(window);
+    event.sibling = top;
+    event.value_mask = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
+    xcb_send_event(ewmh->connection, 0, root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+        reinterpret_cast<char *>(&event));
+    xcb_flush(ewmh->connection);
+}
+
+void ManagedWindow::setFrameless(WId window)
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return;
+    static const xcb_atom_t frame = atomOf(xcb, "_MOTIF_WM_HINTS");
+    constexpr uint32_t decorationsCount = 2; // in the first field; the third one has them: none
+    constexpr std::array<uint32_t, 5> values{decorationsCount, 0, 0, 0, 0};
+    if (frame != XCB_ATOM_NONE) {
+        xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, idOf(window), frame, frame, 32,
+            static_cast<uint32_t>(values.size()), values.data());
+    }
+    xcb_flush(xcb);
+}
+
+// Qt notes in the hints that it has minimised a window itself, and leaves it there: the next show
+// would be of an icon.
+void ManagedWindow::startShown(WId window)
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return;
+    constexpr uint32_t fields = 9; // ICCCM 4.1.2.4: flags, input, initial state and others
+    const auto cookie
+        = xcb_get_property(xcb, 0, idOf(window), XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, 0, fields);
+    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
+    if (!reply || xcb_get_property_value_length(reply.get()) != int(fields * sizeof(uint32_t)))
+        return;
+    constexpr uint32_t hasInitialState = 2;
+    constexpr uint32_t normal = 1;
+    auto *values = static_cast<uint32_t *>(xcb_get_property_value(reply.get()));
+    values[0] |= hasInitialState;
+    values[2] = normal;
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, idOf(window), XCB_ATOM_WM_HINTS,
+        XCB_ATOM_WM_HINTS, 32, fields, values);
+}
+
+void ManagedWindow::letMouseThrough(WId window, bool on)
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return;
+    if (on) {
+        xcb_shape_rectangles(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+            idOf(window), 0, 0, 0, nullptr);
+    } else {
+        // No rectangle: that would keep its size when the window grows.
+        xcb_shape_mask(
+            xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, idOf(window), 0, 0, XCB_PIXMAP_NONE);
+    }
+    xcb_flush(xcb);
+}
+
+bool ManagedWindow::isViewable(WId window) { return mapStateOf(window) == XCB_MAP_STATE_VIEWABLE; }
+
+bool ManagedWindow::isUnmapped(WId window) { return mapStateOf(window) == XCB_MAP_STATE_UNMAPPED; }
+
+// Qt asks the server each time that it moves the window, and may get its answer while the window is
+// in its new frame already and the frame not yet in its place; not every window manager tells of
+// the place later. The event is one that those do send.
+void ManagedWindow::announcePlace(WId window)
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return;
+    const Owned<xcb_get_geometry_reply_t> size(
+        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, idOf(window)), nullptr));
+    if (!size)
+        return;
+    const auto cookie = xcb_translate_coordinates(xcb, idOf(window), size->root, 0, 0);
+    const Owned<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(xcb, cookie, nullptr));
+    if (!place)
+        return;
+    xcb_configure_notify_event_t event{};
+    event.response_type = XCB_CONFIGURE_NOTIFY;
+    event.event = idOf(window);
+    event.window = idOf(window);
+    event.x = place->dst_x;
+    event.y = place->dst_y;
+    event.width = size->width;
+    event.height = size->height;
+    xcb_send_event(xcb, 0, idOf(window), XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<char *>(&event));
+    xcb_flush(xcb);
+}
+
+// EWMH, _NET_SUPPORTING_WM_CHECK.
+bool ManagedWindow::isNewManager(const void *event)
+{
+    if (typeOf(*static_cast<const xcb_generic_event_t *>(event)) != XCB_PROPERTY_NOTIFY || !hints())
+        return false;
+    const auto *change = static_cast<const xcb_property_notify_event_t *>(event);
+    return change->window == hints()->screens[0]->root
+        && change->atom == hints()->_NET_SUPPORTING_WM_CHECK
+        && change->state == XCB_PROPERTY_NEW_VALUE;
+}
+
+bool ManagedWindow::isMapOf(const void *event, WId window)
+{
+    return typeOf(*static_cast<const xcb_generic_event_t *>(event)) == XCB_MAP_NOTIFY
+        && static_cast<const xcb_map_notify_event_t *>(event)->window == idOf(window);
+}

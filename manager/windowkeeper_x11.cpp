@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+#include "manager/windowkeeper_x11.h"
+
+#include "manager/managedwindow_x11.h"
+
+#include <QtCore/qcoreapplication.h>
+#include <QtGui/qevent.h>
+#include <QtGui/qguiapplication.h>
+#include <QtGui/qwindow.h>
+
+#include <chrono>
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+
+bool isNewSurface(const QEvent *event)
+{
+    return event->type() == QEvent::PlatformSurface
+        && static_cast<const QPlatformSurfaceEvent *>(event)->surfaceEventType()
+        == QPlatformSurfaceEvent::SurfaceCreated;
+}
+
+} // namespace
+
+WindowKeeper::WindowKeeper(QWindow *window, QObject *context, std::function<void()> apply)
+    : QObject(window)
+    , m_window(window)
+    , m_context(context)
+    , m_apply(std::move(apply))
+{
+    m_newManagerTimer.setSingleShot(true);
+    m_newManagerTimer.setInterval(1s); // by then it has the windows in its care
+    connect(&m_newManagerTimer, &QTimer::timeout, this, &WindowKeeper::applyForNewManager);
+    m_latePlaceTimer.setSingleShot(true);
+    m_latePlaceTimer.setInterval(250ms);
+    connect(&m_latePlaceTimer, &QTimer::timeout, this, &WindowKeeper::announceLatePlace);
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    window->installEventFilter(this);
+}
+
+bool WindowKeeper::nativeEventFilter(
+    const QByteArray &eventType, void *message, [[maybe_unused]] qintptr *result)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    if (ManagedWindow::isNewManager(message))
+        m_newManagerTimer.start();
+    else if (m_window->handle() && ManagedWindow::isMapOf(message, m_window->winId()))
+        m_dueWhenSeen = m_dueWhenSeen || !m_untilSettled.hasExpired();
+    return false;
+}
+
+bool WindowKeeper::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show || isNewSurface(event)) {
+        prepareForShow();
+        apply();
+        m_untilSettled.setRemainingTime(10s);
+    } else if (event->type() == QEvent::Expose && m_dueWhenSeen && isSeen()) {
+        m_dueWhenSeen = false;
+        apply();
+        ManagedWindow::announcePlace(m_window->winId());
+        m_latePlaceTimer.start(); // a busy window manager places the frame later still
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// An exposure may be one of an earlier show. While the window is not on the screen again, the
+// window manager may have put it into a frame that has no place yet.
+bool WindowKeeper::isSeen() const
+{
+    return m_window->isExposed() && ManagedWindow::isViewable(m_window->winId());
+}
+
+void WindowKeeper::prepareForShow() const
+{
+    ManagedWindow::setFrameless(m_window->winId());
+    if (!m_window->windowStates().testFlag(Qt::WindowMinimized))
+        ManagedWindow::startShown(m_window->winId());
+}
+
+void WindowKeeper::apply() const
+{
+    if (m_context)
+        m_apply();
+}
+
+// What is minimised comes back by a show. What is on the taskbar, as its flags tell, has a desktop,
+// where it is to stay.
+void WindowKeeper::applyForNewManager() const
+{
+    if (!m_window->windowStates().testFlag(Qt::WindowMinimized)
+        && !m_window->flags().testFlag(Qt::WindowSystemMenuHint))
+        apply();
+}
+
+// While the window is dragged it may be on its way to another place already.
+void WindowKeeper::announceLatePlace()
+{
+    if (QGuiApplication::mouseButtons() != Qt::NoButton)
+        m_latePlaceTimer.start();
+    else if (isSeen())
+        ManagedWindow::announcePlace(m_window->winId());
+}
