@@ -35,6 +35,7 @@ CPU_RATIO_LIMIT = 3.2
 MOST_WAKE_UPS = 5.5
 PSS_LIMIT_MIB = 70.0  # it was 65 alone, and less beside the example, which shares its libraries
 LEAST_WAKE_UPS = 0.6  # a second: what wakes less often does not tick
+DOUBLED = {"CPU", "wake-ups"}  # what a doubled tick is too much of
 
 
 def start(variant: Variant, places: Places, stack: ExitStack) -> int:
@@ -59,20 +60,22 @@ def median_use(slices: list[Use]) -> Use:
     return Use(median(use.cpu_ms for use in slices), median(use.wake_ups for use in slices))
 
 
-def is_too_dear(clock: Use, example: Use, memory: float) -> bool:
-    """Whether anything is too much; says what."""
-    found: list[str] = []
+def complaints(clock: Use, example: Use, memory: float) -> dict[str, str]:
+    """What is too much, by the name of the figure."""
     ratio = clock.cpu_ms / example.cpu_ms
-    print(f"clock {clock.cpu_ms:.2f} ms/s, {clock.wake_ups:.1f} wake-ups/s, {memory:.1f} MiB; "
-          f"example {example.cpu_ms:.2f} ms/s, {example.wake_ups:.1f} wake-ups/s; ratio {ratio:.2f}")
+    found: dict[str, str] = {}
     if ratio > CPU_RATIO_LIMIT:
-        found.append(f"the clock takes {ratio:.2f} times the example's time, limit {CPU_RATIO_LIMIT}")
+        found["CPU"] = f"the clock takes {ratio:.2f} times the example's time, limit {CPU_RATIO_LIMIT}"
     if clock.wake_ups > MOST_WAKE_UPS:
-        found.append(f"the clock wakes {clock.wake_ups:.1f} times a second, limit {MOST_WAKE_UPS}")
+        found["wake-ups"] = f"the clock wakes {clock.wake_ups:.1f} times a second, limit {MOST_WAKE_UPS}"
     if memory > PSS_LIMIT_MIB:
-        found.append(f"the clock takes {memory:.1f} MiB, limit {PSS_LIMIT_MIB}")
-    print("\n".join(found) or "the clock costs no more than it may")
-    return bool(found)
+        found["memory"] = f"the clock takes {memory:.1f} MiB, limit {PSS_LIMIT_MIB}"
+    return found
+
+
+def fails(found: dict[str, str], expect_too_dear: bool) -> bool:
+    """A clock that ticks twice as often has to be caught by each limit that is there for it."""
+    return not DOUBLED <= found.keys() if expect_too_dear else bool(found)
 
 
 def at_speed(variant: Variant, speed: int) -> Variant:
@@ -87,7 +90,7 @@ def main(words: list[str]) -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--speed", type=int, default=1)
     parser.add_argument("--expect-too-dear", action="store_true",
-                        help="fail when the clock costs no more than it may")
+                        help="fail unless a doubled tick is seen, in time and in wake-ups")
     parser.add_argument("--maker", default="marrowby.example", help="names the folder of the settings")
     parser.add_argument("clock", type=Path)
     parser.add_argument("example", type=Path)
@@ -101,10 +104,15 @@ def main(words: list[str]) -> int:
         slices = [use_in_a_slice([clock, example]) for _ in range(SLICES)]
         memory = pss_mib(clock)
     uses = [median_use([pair[i] for pair in slices]) for i in range(2)]
+    for name, use in zip(("clock", "example"), uses):
+        print(f"{name}: {use.cpu_ms:.2f} ms/s, {use.wake_ups:.1f} wake-ups/s")
+    print(f"ratio {uses[0].cpu_ms / uses[1].cpu_ms:.2f}; the clock alone {memory:.1f} MiB")
     if min(use.wake_ups for use in uses) < LEAST_WAKE_UPS:
         print("one of the two does not tick")
         return 1
-    return int(is_too_dear(uses[0], uses[1], memory) != arguments.expect_too_dear)
+    found = complaints(*uses, memory)
+    print("\n".join(found.values()) or "the clock costs no more than it may")
+    return int(fails(found, arguments.expect_too_dear))
 
 
 if __name__ == "__main__":

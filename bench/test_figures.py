@@ -8,9 +8,10 @@ import sys
 import unittest
 import xml.dom.minidom
 
+from beside import complaints, fails
 from chart import draw_chart
 from compare import SMOOTHNESS
-from measure import measure, tree
+from measure import Use, measure, tree
 from results import median_rows, ratios, table
 
 # Wakes up in a process of its own, so that only a look at the whole tree finds it.
@@ -71,6 +72,35 @@ class Results(unittest.TestCase):
         chart = draw_chart([("Vesper", row), ("<other>", row)], [(320, 1.0), (720, 2.0)], "a & b")
         xml.dom.minidom.parseString(chart)
         xml.dom.minidom.parseString(draw_chart([], [], ""))
+
+
+class Beside(unittest.TestCase):
+    """The test of the cost, with figures that it has told."""
+
+    EXAMPLE = Use(cpu_ms=0.6, wake_ups=3.0)
+    CLOCK = Use(cpu_ms=1.32, wake_ups=4.0)  # 2.2 times the example's time
+    MEMORY = 65.0
+
+    def found(self, cpu: float = 1, wake_ups: float = 1, memory: float = 1) -> dict[str, str]:
+        """What is said of a clock that costs so many times as much as it did."""
+        clock = Use(self.CLOCK.cpu_ms * cpu, self.CLOCK.wake_ups * wake_ups)
+        return complaints(clock, self.EXAMPLE, self.MEMORY * memory)
+
+    def test_the_clock_as_it_is(self) -> None:
+        self.assertEqual(self.found(), {})
+
+    def test_half_more_of_anything_is_too_much(self) -> None:
+        for figure, name in (("cpu", "CPU"), ("wake_ups", "wake-ups"), ("memory", "memory")):
+            self.assertEqual(list(self.found(**{figure: 1.5})), [name])
+
+    def test_too_much_of_anything_fails(self) -> None:
+        self.assertFalse(fails(self.found(), expect_too_dear=False))
+        self.assertTrue(fails(self.found(cpu=1.5), expect_too_dear=False))
+
+    def test_a_doubled_tick_is_seen_in_time_and_in_wake_ups(self) -> None:
+        self.assertFalse(fails(self.found(cpu=2, wake_ups=2), expect_too_dear=True))
+        for seen in ({"cpu": 2}, {"wake_ups": 2}, {"memory": 2}, {"wake_ups": 2, "memory": 2}):
+            self.assertTrue(fails(self.found(**seen), expect_too_dear=True), seen)
 
 
 if __name__ == "__main__":
