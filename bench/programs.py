@@ -4,12 +4,13 @@
 
 import json
 from collections.abc import Callable, Mapping
-from dataclasses import dataclass, field
+from dataclasses import dataclass, field, replace
 from enum import Enum
 from pathlib import Path
 
 SIDE = 320  # of every window that is compared, in pixels
 PLACE = 40  # from the left and from the top of the screen
+FAKE_TIME = "/usr/$LIB/faketime/libfaketimeMT.so.1"  # ld.so(8) has the folder of the architecture
 
 
 class State(Enum):
@@ -59,6 +60,11 @@ class Variant:
         words = {"build": places.build, "example": places.example,
                  "empty": places.example.with_name("empty_window"), "side": self.side, "place": PLACE}
         return [word.format(**words) for word in self.command]
+
+    def at_time(self, time: str, **more: str) -> "Variant":
+        """The same program at another time, in the words of faketime(1)."""
+        return replace(self, environment={**self.environment, "LD_PRELOAD": FAKE_TIME,
+                                          "FAKETIME": time, **more})
 
 
 def prepare_vesper(home: Path, places: Places, variant: Variant) -> None:
