@@ -14,7 +14,7 @@ import sys
 import tempfile
 import time
 from collections.abc import Iterator
-from contextlib import contextmanager, nullcontext
+from contextlib import contextmanager, nullcontext, suppress
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -26,6 +26,7 @@ from results import Row, Runs, median_rows, result_chart, result_text, write_csv
 START_LIMIT_SECONDS = 40
 SETTLE_SECONDS = 5  # after the clock stands: caches are written, start-up work ends
 END_SECONDS = 10
+POLL_SECONDS = 0.05
 
 # What tst_smoothness says of each size.
 SMOOTHNESS = re.compile(
@@ -68,8 +69,47 @@ def end(process: subprocess.Popen[bytes]) -> None:
     process.wait()
 
 
+def processes_with(variable: str) -> list[int]:
+    """All that have it in the environment they began with, and may be looked at."""
+    found: list[int] = []
+    for entry in PROC.glob("[0-9]*"):
+        with suppress(OSError):
+            if variable.encode() in (entry / "environ").read_bytes().split(b"\0"):
+                found.append(int(entry.name))
+    return found
+
+
 @contextmanager
-def started(variant: Variant, places: Places, home: Path) -> Iterator[Running]:
+def session(home: Path, environment: dict[str, str]) -> Iterator[dict[str, str]]:
+    """The environment with a session bus of its own, which ends with all that it has started.
+
+    What Plasma's clock has started there would live on, and share Qt's libraries with the programs
+    that come later.
+    """
+    name, address = "DBUS_SESSION_BUS_ADDRESS", f"unix:path={home.parent}/bus"
+    environment = {**environment, name: address}
+    bus = subprocess.Popen(
+        ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address", "--address", address],
+        env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+        start_new_session=True)
+    with bus:
+        try:
+            if not (bus.stdout and bus.stdout.readline()):  # it says where it listens once it does
+                raise LeftOut("no session bus")
+            yield environment
+        finally:
+            end(bus)
+            # Services lead groups of their own. Until none is left, as one may be starting another.
+            while left := processes_with(f"{name}={address}"):
+                for pid in left:
+                    with suppress(ProcessLookupError):
+                        os.kill(pid, signal.SIGKILL)
+                time.sleep(POLL_SECONDS)
+
+
+@contextmanager
+def started(variant: Variant, places: Places, home: Path,
+            environment: dict[str, str]) -> Iterator[Running]:
     """Starts a program and waits until its clock has been painted."""
     from screen import Screen, painted_at  # needs a display, which --list has not
 
@@ -77,7 +117,7 @@ def started(variant: Variant, places: Places, home: Path) -> Iterator[Running]:
     begin = time.monotonic()
     with open(home.parent / "output", "wb") as output:
         process = subprocess.Popen(
-            variant.arguments(places), env=fresh_environment(home, variant), stdin=subprocess.DEVNULL,
+            variant.arguments(places), env=environment, stdin=subprocess.DEVNULL,
             stdout=output, stderr=output, start_new_session=True)
     try:
         views = screen.watch(START_LIMIT_SECONDS, lambda: process.poll() is None, variant.pixels)
@@ -133,14 +173,15 @@ def measured(variant: Variant, places: Places, seconds: float, awake: bool) -> R
         home = Path(folder) / "home"
         home.mkdir()
         variant.prepare(home, places, variant)
-        with started(variant, places, home):
-            pass
-        with started(variant, places, home) as running:
-            check_renderer(variant, running)
-            bring_into(variant.state, running.window)
-            with processors_awake() if awake else nullcontext([]) as spinners:
-                time.sleep(SETTLE_SECONDS)
-                return figures_of(running, seconds, spinners)
+        with session(home, fresh_environment(home, variant)) as environment:
+            with started(variant, places, home, environment):
+                pass
+            with started(variant, places, home, environment) as running:
+                check_renderer(variant, running)
+                bring_into(variant.state, running.window)
+                with processors_awake() if awake else nullcontext([]) as spinners:
+                    time.sleep(SETTLE_SECONDS)
+                    return figures_of(running, seconds, spinners)
 
 
 def figures_of(running: Running, seconds: float, spinners: list[int]) -> Row:

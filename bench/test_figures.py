@@ -3,14 +3,18 @@
 # SPDX-License-Identifier: MIT
 """Tests of the benchmark's arithmetic, and of its readings with a program whose work is known."""
 
+import os
+import signal
 import subprocess
 import sys
+import tempfile
 import unittest
 import xml.dom.minidom
+from pathlib import Path
 
 from beside import complaints, fails
 from chart import draw_chart
-from compare import SMOOTHNESS
+from compare import SMOOTHNESS, session
 from measure import Use, measure, tree
 from results import median_rows, ratios, table
 
@@ -40,6 +44,24 @@ class Readings(unittest.TestCase):
     def test_an_ended_program_is_no_figure(self) -> None:
         with self.assertRaises(RuntimeError):
             measure({"one": [self.parent.pid]}, 0.1, lambda: False)
+
+
+class Sessions(unittest.TestCase):
+    def test_what_a_program_leaves_running_ends_with_its_session(self) -> None:
+        sleeper = ["sleep", "100"]
+        with (tempfile.TemporaryDirectory() as folder,
+              subprocess.Popen(sleeper, start_new_session=True) as another):
+            with session(Path(folder) / "home", dict(os.environ)) as environment:
+                bus = environment["DBUS_SESSION_BUS_ADDRESS"].removeprefix("unix:path=")
+                self.assertTrue(Path(bus).is_socket())
+                service = subprocess.Popen(sleeper, env=environment, start_new_session=True)
+                self.assertIsNone(service.poll())
+            try:
+                self.assertEqual(service.wait(10), -signal.SIGKILL)
+                self.assertIsNone(another.poll())
+            finally:
+                service.kill()
+                another.kill()
 
 
 class Results(unittest.TestCase):
