@@ -18,6 +18,8 @@ using namespace std::chrono_literals;
 namespace
 {
 
+constexpr auto settling = 10s; // after a show
+
 bool isNewSurface(const QEvent *event)
 {
     return event->type() == QEvent::PlatformSurface
@@ -32,6 +34,7 @@ WindowKeeper::WindowKeeper(QWindow *window, QObject *context, std::function<void
     , m_window(window)
     , m_context(context)
     , m_apply(std::move(apply))
+    , m_untilSettled(settling) // it may have been shown already
 {
     m_newManagerTimer.setSingleShot(true);
     m_newManagerTimer.setInterval(1s); // by then it has the windows in its care
@@ -60,7 +63,7 @@ bool WindowKeeper::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::Show || isNewSurface(event)) {
         prepareForShow();
         apply();
-        m_untilSettled.setRemainingTime(10s);
+        m_untilSettled.setRemainingTime(settling);
     } else if (event->type() == QEvent::Expose && m_dueWhenSeen && isSeen()) {
         m_dueWhenSeen = false;
         apply();

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void comesToTheTaskbarAndGoes_data();
     void comesToTheTaskbarAndGoes();
     void isOnTheTaskbarAsToldWhateverIsSet();
+    void isAsSetAfterALateHideAndShow();
     void isAsSetOnceALateWindowManagerAnswers_data();
     void isAsSetOnceALateWindowManagerAnswers();
     void isShownAgainWhenTheWindowManagerLosesIt();
@@ -212,6 +213,16 @@ void TestOwnWindow::isOnTheTaskbarAsToldWhateverIsSet()
     QTRY_VERIFY(window().states().contains("SKIP_TASKBAR"));
     QTest::qWait(700);
     QTRY_VERIFY(window().states().contains("SKIP_TASKBAR"));
+}
+
+// What was asked for long ago, before a show that has been carried out already.
+void TestOwnWindow::isAsSetAfterALateHideAndShow()
+{
+    QTest::qWait(500); // all is set
+    window().withdraw();
+    window().map();
+    QTRY_VERIFY(window().isMapped());
+    expectAsSet(false);
 }
 
 void TestOwnWindow::isAsSetOnceALateWindowManagerAnswers_data()

@@ -401,6 +401,12 @@ void XWindow::withdraw() const
     xcb_flush(server().xcb);
 }
 
+void XWindow::map() const
+{
+    xcb_map_window(server().xcb, m_id);
+    xcb_flush(server().xcb);
+}
+
 void XWindow::activate() const
 {
     auto &ewmh = server().ewmh;

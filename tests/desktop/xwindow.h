@@ -78,6 +78,8 @@ public:
     void close() const;
     /// Hides it as its own program would (ICCCM 4.1.4).
     void withdraw() const;
+    /// Asks for it to be on the screen again.
+    void map() const;
     /// As a pager or a taskbar does, which brings back a minimised window as well.
     void activate() const;
     /// Asks for a place above all windows that are topmost, too.
