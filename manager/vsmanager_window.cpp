@@ -237,7 +237,7 @@ void VsManager::makeGoodAfterShow()
     m_triesToShow = isLost ? m_triesToShow + 1 : 0;
     if (isLost && m_triesToShow <= mostTriesToShow)
         completeTaskbarChange();
-    else if (isMeantToBeSeen && !isDragged) // which has no mask
+    else if (isMeantToBeSeen && !isDragged) // what is dragged has no mask
         updateMask();
 }
 
