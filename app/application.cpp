@@ -12,8 +12,7 @@
 #include "platform/trayhostwatch.h"
 #include "qml/accessibleclock.h"
 #include "qml/exactpointer.h"
-#include "qml/framethrift.h"
-#include "qml/layerthrift.h"
+#include "qml/layerpictures.h"
 #include "qml/renderer.h"
 #include "qml/vespermodule.h"
 
@@ -40,15 +39,14 @@ void setUpGlobals()
     chooseRenderer();
 }
 
-void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager)
+void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager, LayerPictures &layers)
 {
     const QList<QObject *> roots = engine.rootObjects();
     if (auto *window = roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first())) {
+        layers.setWindow(window);
         manager.setMainWindow(window);
         // After the manager, so that its event filter sees only what this one lets through.
         new ExactPointer(window);
-        new FrameThrift(window);
-        new LayerThrift(window);
         offerAccessibleClock(*window);
         manager.start();
         manager.keepOnScreen();
@@ -73,7 +71,9 @@ int runVesper(int &argc, char **argv)
     const QString languageName = VsTranslator::systemLanguage();
 
     registerVesperModule();
+    LayerPictures layerPictures; // older than the engine that asks it
     QQmlApplicationEngine engine;
+    layerPictures.addTo(&engine);
     engine.setImportPathList(engine.importPathList() + fallbackImportPaths());
     VsManager manager;
     manager.setEngine(&engine);
@@ -83,11 +83,11 @@ int runVesper(int &argc, char **argv)
     // Queued, so that the window is handed over by the event loop, after load() has returned.
     QObject::connect(
         &engine, &QQmlApplicationEngine::objectCreated, &application,
-        [url, &engine, &manager](const QObject *object, const QUrl &objectUrl) {
+        [url, &engine, &manager, &layerPictures](const QObject *object, const QUrl &objectUrl) {
             // Goes on after the exit, finds no root object and asks for it again: meant so.
             if (!object && objectUrl == url)
                 QCoreApplication::exit(-1);
-            adoptMainWindow(engine, manager);
+            adoptMainWindow(engine, manager, layerPictures);
         },
         Qt::QueuedConnection);
     const TrayHostWatch trayHostWatch; // older than the tray icon, so that it misses nothing

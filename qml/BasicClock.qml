@@ -22,6 +22,7 @@ Rectangle {
     property real pixelRatio: Screen.devicePixelRatio
     // About three physical pixels for a logical one: turned hands stay sharp.
     property real imageSourceRatio: Math.max(1, 3 / root.pixelRatio)
+    readonly property int screenPixels: Math.round(root.width * root.pixelRatio)
 
     readonly property bool onMac: Qt.platform.os === "osx"
     readonly property string textFamily: root.onMac ? "Hiragino Sans" : "Yu Gothic UI"
@@ -48,16 +49,29 @@ Rectangle {
     height: width
     color: Qt.rgba(0, 0, 0, 0)
 
+    // Each tick repaints the whole window, by a movement that no pixel shows: where only parts of a
+    // see-through window change, some compositors show holes in it (picom 12 with XRender).
+    Connections {
+        function onSecondHandAngleChanged() {
+            root.x = root.x === 0 ? 1e-9 : 0;
+        }
+
+        target: root.mgr
+    }
+
     component Layer: ClockImage {
         property real sourceRatio: root.imageSourceRatio
         readonly property real sourceSide: root.boundedSide(root.width * sourceRatio)
 
-        // At three source pixels to one of the screen a sample would take the middle one of each nine
-        // and miss the rest. Half a source pixel aside it takes in four: smooth edges.
-        x: root.pixelRatio === 1 ? 1 / 6 : 0
-        y: x
+        // A picture of the screen's own pixels is shown as it is. It must not be stretched to a layer that
+        // is larger or smaller by a fraction of a pixel.
+        readonly property bool fitsScreen: Math.round(implicitWidth * root.pixelRatio) === root.screenPixels
+
         width: root.width
         height: root.height
+        horizontalAlignment: Image.AlignLeft
+        verticalAlignment: Image.AlignTop
+        fillMode: fitsScreen ? Image.Pad : Image.Stretch
         cache: root.imageCache
         mipmap: root.imageMipmap
         sourceSize: Qt.size(sourceSide, sourceSide)
@@ -73,6 +87,19 @@ Rectangle {
 
     // Stands at three o'clock until the manager tells its first angle.
     component Hand: Layer {
+        readonly property int textureSide: Math.min(2 * root.screenPixels, 8192)
+
+        // The pivot is the centre of the dial, which has whole pixels.
+        x: (root.screenPixels / root.pixelRatio - root.width) / 2
+        y: x
+        horizontalAlignment: Image.AlignHCenter
+        verticalAlignment: Image.AlignVCenter
+        fillMode: Image.PreserveAspectFit // the picture may be a strip of the layer
+        // A GPU would take a turned picture from a smaller mipmap, which is a blurred one.
+        layer.enabled: GraphicsInfo.api > GraphicsInfo.Software
+        layer.smooth: true
+        layer.textureSize: Qt.size(textureSide, textureSide)
+
         opacity: root.cfg ? root.cfg.handsOpacity : 1
     }
 

@@ -7,10 +7,10 @@
 #include "config/vsconfig.h"
 #include "manager/vsmanager.h"
 #include "qml/exactpointer.h"
-#include "qml/framethrift.h"
-#include "qml/layerthrift.h"
+#include "qml/layerpictures.h"
 #include "qml/renderer.h"
 #include "qml/vespermodule.h"
+#include "tests/desktop/sceneitems.h"
 
 #include <QtCore/qcoreapplication.h>
 #include <QtGui/qguiapplication.h>
@@ -43,8 +43,10 @@ void OwnClock::setStoredGeometry(QRect geometry)
 
 OwnClock::OwnClock()
     : m_manager(std::make_unique<VsManager>())
+    , m_layerPictures(std::make_unique<LayerPictures>())
     , m_engine(std::make_unique<QQmlApplicationEngine>())
 {
+    m_layerPictures->addTo(m_engine.get());
     m_engine->setImportPathList(m_engine->importPathList() << QStringLiteral(VESPER_IMPORTS));
     m_manager->setEngine(m_engine.get());
     m_engine->load(u"qrc:/qt/qml/vesper/qml/main.qml"_s);
@@ -58,17 +60,17 @@ bool OwnClock::waitForWindow()
 {
     if (!m_window)
         return false;
+    m_layerPictures->setWindow(m_window);
     m_manager->setMainWindow(m_window);
     new ExactPointer(m_window);
-    new FrameThrift(m_window);
-    m_thrift = new LayerThrift(m_window);
     m_manager->start();
     return QTest::qWaitForWindowExposed(m_window);
 }
 
 bool OwnClock::waitForRest() const
 {
-    return QTest::qWaitFor([this] { return m_thrift->isAtRest(); }, std::chrono::minutes(1));
+    return QTest::qWaitFor(
+        [this] { return SceneItems::isSharp(m_window); }, std::chrono::minutes(1));
 }
 
 XWindow OwnClock::nativeWindow() const { return XWindow(uint32_t(m_window->winId())); }

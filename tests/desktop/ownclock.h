@@ -9,7 +9,7 @@
 
 #include <memory>
 
-class LayerThrift;
+class LayerPictures;
 class QQmlApplicationEngine;
 class QQuickWindow;
 class VsConfig;
@@ -50,7 +50,7 @@ public:
 
 private:
     std::unique_ptr<VsManager> m_manager;
+    std::unique_ptr<LayerPictures> m_layerPictures; // older than the engine that asks it
     std::unique_ptr<QQmlApplicationEngine> m_engine; // it reads what the manager has published
     QQuickWindow *m_window = nullptr; // the engine's
-    LayerThrift *m_thrift = nullptr; // the window's
 };

@@ -4,7 +4,6 @@
 #include "tests/qml/clockwindow.h"
 
 #include "qml/exactpointer.h"
-#include "qml/layerthrift.h"
 
 #include <algorithm>
 
@@ -20,7 +19,6 @@ ClockWindow::ClockWindow(bool resizeEnabled)
     if (!m_window)
         qFatal("the main document does not load");
     new ExactPointer(m_window);
-    new LayerThrift(m_window);
     m_window->show();
     place({200, 150, 320, 320});
     if (!QTest::qWaitForWindowExposed(m_window))

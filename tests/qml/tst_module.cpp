@@ -169,7 +169,7 @@ void tst_Module::documentsAreCompiled()
         = QQmlMetaType::findCachedCompilationUnit(url, QQmlMetaType::AcceptUntyped, &error);
     QCOMPARE(error, QQmlMetaType::CachedUnitLookupError::NoError);
     QVERIFY(carried);
-    QVERIFY(carried->aotCompiledFunctions);
+    QVERIFY(carried->qmlData);
 
     Documents documents(Documents::NoObjects);
     QQmlComponent component(&documents.engine, url);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "manager/handangles.h"
+#include "qml/layerpictures.h"
 #include "tests/qml/documents.h"
 #include "tests/qml/picturedifference.h"
 
@@ -90,6 +91,7 @@ private:
     static FacePicture accepted(const Tone &tone);
 
     const Tone *m_tone = nullptr; // the one that is loaded
+    std::unique_ptr<LayerPictures> m_layerPictures; // older than the engine that asks it
     std::unique_ptr<Documents> m_documents;
     std::unique_ptr<QQuickView> m_view;
     QQuickItem *m_face = nullptr; // owned by the view
@@ -103,7 +105,10 @@ void tst_Pictures::load(const Tone &tone)
     if (m_tone == &tone)
         return;
     m_view.reset();
+    m_documents.reset();
+    m_layerPictures = std::make_unique<LayerPictures>();
     m_documents = std::make_unique<Documents>(Documents::AllObjects);
+    m_layerPictures->addTo(&m_documents->engine);
     m_documents->theme.changeColorTone(u"Basic"_s, QLatin1StringView(tone.name));
     auto &manager = m_documents->manager;
     manager.setProperty("timeText", u"10:08:42"_s);
@@ -111,6 +116,7 @@ void tst_Pictures::load(const Tone &tone)
     m_view = std::make_unique<QQuickView>();
     m_view->setColor(ground);
     m_view->resize(side, side);
+    m_layerPictures->setWindow(m_view.get());
     m_face = m_documents->createFace(*m_view, side);
     QVERIFY(m_face);
     const HandAngles angles = handAngles(QTime(10, 8, 42));
