@@ -127,7 +127,7 @@ environment_prepare() {
         ;;
     root)
         root_prepare
-        say "building in Debian 13 at $root, entered with $enter_with"
+        say "building in Debian $suite at $root, entered with $enter_with"
         ;;
     *) stop "VESPER_ENVIRONMENT is '$environment': machine and root are known" ;;
     esac

@@ -7,15 +7,17 @@
 # interrupted start or a changed package list leads to a new one.
 # shellcheck disable=SC2154  # lib.sh sets $cache_folder and $repository
 
+# A script that needs other packages or another suite names a root of another kind before it calls
+# environment_prepare, so that neither root is taken for an earlier state of the other. A new edition
+# means a new root, with the packages that the suite then has.
 suite=trixie
-# A script that needs more than the ordinary packages names a root of another kind before it calls
-# environment_prepare, so that neither root is taken for an earlier state of the other.
 root_kind=debian
+root_edition=
 
 root_prepare() {
     prepare_entering
     local key
-    key=$({ echo "$suite"; package_names | sort; } | sha256sum | cut -c1-12)
+    key=$({ echo "$suite$root_edition"; package_names | sort; } | sha256sum | cut -c1-12)
     root=$cache_folder/$root_kind-$suite-$key
     exec 9>"$cache_folder/$root_kind.lock"
     flock -n 9 || { say "waiting for another start to make the environment"; flock 9; }
@@ -83,9 +85,9 @@ make_root() {
     install_packages "${needed[@]}"
     local archive
     archive=$(machine_archive)
-    [[ -n $archive ]] || stop "apt has no Debian archive configured to take Debian 13 from"
+    [[ -n $archive ]] || stop "apt has no Debian archive configured to take Debian $suite from"
 
-    say "making a Debian 13 environment in $root (about two minutes, once)"
+    say "making a Debian $suite environment in $root (about two minutes, once)"
     local partial=$root.partial names
     remove_root "$partial"
     mkdir -p "$partial"
