@@ -104,7 +104,8 @@ void VsManager::filterSettingsWindowEvent(QEvent *event)
         m_settingsFrameFits = true;
         fitFrameToScreen(*m_settingsWindow);
     } else if (event->type() == QEvent::MouseButtonPress) {
-        Q_EMIT mouseButtonPressedOnSettingsWindow(static_cast<QMouseEvent *>(event)->button());
+        const Qt::MouseButton button = static_cast<QMouseEvent *>(event)->button();
+        Q_EMIT mouseButtonPressedOnSettingsWindow(static_cast<int>(button));
     }
 }
 
