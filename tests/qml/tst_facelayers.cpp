@@ -5,7 +5,6 @@
 
 #include <QtCore/qregularexpression.h>
 #include <QtGui/qscreen.h>
-#include <QtQml/qqmlpropertymap.h>
 
 #include <private/qquickimagebase_p.h>
 
@@ -69,13 +68,13 @@ void tst_FaceLayers::layersHaveAPicture()
 
     // A theme with this one layer: six of the largest would not fit into the memory.
     Documents documents(Documents::AllObjects);
-    QQmlPropertyMap oneLayer;
+    QVariantMap oneLayer;
     for (const auto *name : {"base", "background", "dial", "handHour", "handMinute", "handSecond"})
         oneLayer.insert(QString::fromLatin1(name), QString());
     for (const auto *name : {"textColor", "textBackColor", "logoColor"})
         oneLayer.insert(QString::fromLatin1(name), QColor(Qt::white));
     oneLayer.insert(layer, documents.theme.property(layer.toLatin1()));
-    documents.engine.rootContext()->setContextProperty(u"theme"_s, &oneLayer);
+    documents.engine.rootContext()->setContextProperty(u"theme"_s, oneLayer);
 
     QQuickView view;
     QQuickItem *face = documents.createFace(view, side);

@@ -29,6 +29,16 @@ QStringList filesBelow(const QString &folder)
     return files;
 }
 
+// A member or a function, depending on the version of Qt.
+template <typename Component>
+auto compilationUnit(Component *component)
+{
+    if constexpr (requires { component->compilationUnit(); })
+        return component->compilationUnit();
+    else
+        return component->compilationUnit;
+}
+
 QString documentPath(const QString &component)
 {
     return u":/qt/qml/vesper/qml/"_s + component + u".qml"_s;
@@ -174,7 +184,8 @@ void tst_Module::documentsAreCompiled()
     Documents documents(Documents::NoObjects);
     QQmlComponent component(&documents.engine, url);
     QVERIFY2(component.isReady(), qPrintable(component.errorString()));
-    QCOMPARE(QQmlComponentPrivate::get(&component)->compilationUnit->unitData(), carried->qmlData);
+    const auto unit = compilationUnit(QQmlComponentPrivate::get(&component));
+    QCOMPARE(unit->unitData(), carried->qmlData);
 }
 
 void tst_Module::importsResolve_data()
