@@ -102,7 +102,11 @@ void tst_Module::qmldirNamesEveryComponentInOrder()
 
     QFile qmldir(u":/qt/qml/vesper/qmldir"_s);
     QVERIFY(qmldir.open(QIODevice::ReadOnly));
-    QCOMPARE(qmldir.readAll(), expected);
+    QByteArray actual = qmldir.readAll();
+#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
+    actual.replace("depends QtQuick\n", ""); // newer build functions name what is imported
+#endif
+    QCOMPARE(actual, expected);
 }
 
 void tst_Module::resourcesAreComplete_data()
