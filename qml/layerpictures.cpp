@@ -20,10 +20,16 @@ namespace
 
 constexpr auto providerName = "layers"_L1;
 constexpr auto themesFolder = "/themes/"_L1;
-constexpr LayerDrawing::Place placeBeforeWindow{512, 1.0};
+
+// For a layer whose window is not known: a third of the source size, which on most screens is three
+// times what they show. Before a layer has a size nobody sees it, and a small picture will do.
+LayerDrawing::Place guessedPlace(QSize sourceSize)
+{
+    return {sourceSize.isEmpty() ? 512 : sourceSize.width() / 3, 1};
+}
 
 // Asked by the thread of QML's image reader, or by the GUI thread where an image is not
-// asynchronous. An address is side/ratio/file.
+// asynchronous. An address is side/ratio/file, the side 0 where it is not known.
 class LayerProvider : public QQuickImageProvider
 {
 public:
@@ -32,10 +38,12 @@ public:
     {
     }
 
-    QImage requestImage(const QString &id, QSize *size, const QSize &) override
+    QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override
     {
-        const LayerDrawing::Place place{
+        LayerDrawing::Place place{
             id.section(u'/', 0, 0).toInt(), id.section(u'/', 1, 1).toDouble()};
+        if (place.side <= 0)
+            place = guessedPlace(requestedSize);
         const QString file = u':' + themesFolder + id.section(u'/', 2);
         const QImage picture = file.contains("_hand_"_L1) ? LayerDrawing::hand(file, place)
                                                           : LayerDrawing::standing(file, place);
@@ -73,11 +81,10 @@ QUrl LayerPictures::intercept(const QUrl &url, DataType type)
     if (type != UrlString || !isLayer(url))
         return url;
     m_rest.start();
-    const auto place = m_window
-        ? LayerDrawing::Place{m_window->width(), m_window->effectiveDevicePixelRatio()}
-        : placeBeforeWindow;
+    const int side = m_window ? m_window->width() : 0;
+    const double ratio = m_window ? m_window->effectiveDevicePixelRatio() : 1;
     return QUrl(u"image://%1/%2/%3/%4"_s.arg(providerName)
-            .arg(place.side)
-            .arg(place.ratio, 0, 'g', 17)
+            .arg(side)
+            .arg(ratio, 0, 'g', 17)
             .arg(url.path().mid(themesFolder.size())));
 }
