@@ -61,7 +61,8 @@ QString clockDateText(QDate date, const QString &languageName, bool useEra)
     if (useEra)
         return japaneseEraText(date) + date.toString(u"M月d日"_s) + weekdayMark(date);
     // Not by "yyyy": newer versions of Qt put a sign before a year of five digits.
-    return u"%1年"_s.arg(date.year(), 4, 10, '0'_L1) + date.toString(u"M月d日"_s) + weekdayMark(date);
+    return u"%1年"_s.arg(date.year(), 4, 10, '0'_L1) + date.toString(u"M月d日"_s)
+        + weekdayMark(date);
 }
 
 QString japaneseEraText(QDate date)

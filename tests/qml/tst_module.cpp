@@ -30,8 +30,7 @@ QStringList filesBelow(const QString &folder)
 }
 
 // A member or a function, depending on the version of Qt.
-template <typename Component>
-auto compilationUnit(Component *component)
+template <typename Component> auto compilationUnit(Component *component)
 {
     if constexpr (requires { component->compilationUnit(); })
         return component->compilationUnit();

@@ -17,8 +17,7 @@ namespace
 {
 
 // The pool of Qt's painter, which newer versions of Qt keep in Qt Gui.
-template <typename Core, typename Gui>
-QThreadPool *painterThreadPool()
+template <typename Core, typename Gui> QThreadPool *painterThreadPool()
 {
     if constexpr (requires { Gui::qtGuiThreadPool(); })
         return Gui::qtGuiThreadPool();

@@ -138,7 +138,8 @@ void tst_Resizing::gripsAreHitWhereTheyAreOpaque()
             bool covers = false;
             QMetaObject::invokeMethod(grip, "covers", qReturnArg(covers), QPointF(x, y));
             // The drawing is that of the corner at the top left.
-            const QPoint drawn(corners[row].growX > 0 ? 31 - x : x, corners[row].growY > 0 ? 31 - y : y);
+            const QPoint drawn(
+                corners[row].growX > 0 ? 31 - x : x, corners[row].growY > 0 ? 31 - y : y);
             opaque += covers;
             different += covers != (qAlpha(drawing.pixel(drawn)) != 0);
         }

@@ -82,7 +82,8 @@ private:
 
 void tst_SettingsWindow::init()
 {
-    QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support|Member palette of the object Vs)"_s));
+    QTest::failOnWarning(
+        QRegularExpression(u"^(?!This plugin does not support|Member palette of the object Vs)"_s));
     QFile::remove(VsConfig::configFilePath());
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->setImportPathList(
