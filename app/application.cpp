@@ -71,7 +71,7 @@ int runVesper(int &argc, char **argv)
     const QString languageName = VsTranslator::systemLanguage();
 
     registerVesperModule();
-    LayerPictures layerPictures; // older than the engine that asks it
+    LayerPictures layerPictures; // outlives the engine, which calls it
     QQmlApplicationEngine engine;
     layerPictures.addTo(&engine);
     engine.setImportPathList(engine.importPathList() + fallbackImportPaths());

@@ -30,10 +30,13 @@ Rectangle {
     readonly property color textColor: root.tme ? root.tme.textColor : Qt.rgba(0.8, 0.8, 0.8, 0.7)
     readonly property color textBackColor: root.tme ? root.tme.textBackColor : Qt.rgba(0, 0, 0, 0.3)
 
-    // Qt loads no image above 256 MiB, and multiplies the source size by the pixel ratio. Only there
-    // the size is held back: a layer that is a little soft is better than none.
+    // Whether the engine sends layers to an image provider, which draws them for the screen's pixels.
+    readonly property bool hasProvider: Qt.resolvedUrl("qrc:/themes/").toString().startsWith("image:")
+
+    // Without a provider Qt loads no image above 256 MiB, and multiplies the source size by the pixel
+    // ratio. Only there the size is held back: a layer that is a little soft is better than none.
     function boundedSide(side: real): real {
-        return Math.min(side, Math.floor(8192 / root.pixelRatio));
+        return root.hasProvider ? side : Math.min(side, Math.floor(8192 / root.pixelRatio));
     }
 
     function withAlpha(c: color, alpha: real): color {
@@ -65,7 +68,7 @@ Rectangle {
 
         // A picture of the screen's own pixels is shown as it is. It must not be stretched to a layer that
         // is larger or smaller by a fraction of a pixel.
-        readonly property bool fitsScreen: Math.round(implicitWidth * root.pixelRatio) === root.screenPixels
+        readonly property bool fitsScreen: status === Image.Ready && Math.round(implicitWidth * root.pixelRatio) === root.screenPixels
 
         width: root.width
         height: root.height
@@ -89,13 +92,13 @@ Rectangle {
     component Hand: Layer {
         readonly property int textureSide: Math.min(2 * root.screenPixels, 8192)
 
-        // The pivot is the centre of the dial, which has whole pixels.
+        // Rotates about the centre of the dial, which is drawn in whole pixels.
         x: (root.screenPixels / root.pixelRatio - root.width) / 2
         y: x
         horizontalAlignment: Image.AlignHCenter
         verticalAlignment: Image.AlignVCenter
         fillMode: Image.PreserveAspectFit // the picture may be a strip of the layer
-        // A GPU would take a turned picture from a smaller mipmap, which is a blurred one.
+        // On a GPU Qt would sample a smaller, blurred mipmap; a layer has none.
         layer.enabled: GraphicsInfo.api > GraphicsInfo.Software
         layer.smooth: true
         layer.textureSize: Qt.size(textureSide, textureSide)

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +16,11 @@ namespace
 constexpr int largestSide = 8192; // Qt reads no image above 256 MiB
 
 int screenPixels(LayerDrawing::Place place) { return qRound(place.side * place.ratio); }
+
+bool isVisible(LayerDrawing::Place place)
+{
+    return std::isfinite(place.ratio) && screenPixels(place) > 0;
+}
 
 // The \a part of \a file where the whole is \a whole large. Null when it cannot be drawn.
 QImage drawn(const QString &file, QSize whole, QRect part)
@@ -35,7 +39,7 @@ QImage reduced(const QImage &picture, QSize size)
     return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-// Qt draws lines thinner than a pixel too heavy, and those of the dial are. An even factor keeps
+// Qt draws lines thinner than a pixel too dark; a small dial has such lines. An even factor keeps
 // the centre between two pixels.
 int factorFor(const QString &file, int side)
 {
@@ -50,7 +54,7 @@ double reachOf(const QString &file)
 {
     constexpr int side = 256;
     const QImage picture = drawn(file, {side, side}, {0, 0, side, side});
-    int reach = 1; // what is fainter may go on in the next row
+    int reach = 1; // one row more: coverage below 1/255 does not show at this size
     for (int y = 0; y < picture.height(); ++y) {
         const auto *row = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
         if (std::any_of(row, row + picture.width(), [](QRgb pixel) { return pixel != 0; }))
@@ -70,28 +74,32 @@ struct Strip {
 // layer.
 Strip stripFor(double reach, LayerDrawing::Place place)
 {
-    constexpr int candidates = 10;
+    constexpr int candidates = 16;
     constexpr double negligible = 1e-6;
     const int pixels = screenPixels(place);
     const int width = std::min(2 * pixels, largestSide);
-    const int leastHeight = std::min(2 * int(std::ceil(reach * width)), width);
+    const double room = reach * width + 1; // above and below the centre; one row for the filter
+    const int leastHeight = std::min(2 * int(std::ceil(room)), width);
     int height = width;
     double centre = width / 2.0; // of the drawing, from the upper edge of the strip
-    double leastAside = 1; // from an edge between two rows, where a thin line is most even
+    double leastError = width;
     for (int h = leastHeight; h <= std::min(leastHeight + 2 * candidates, width); h += 2) {
         // The same operations as Image's, so that they round alike.
         const double scale = place.side / (width / place.ratio);
         const double top = (place.side - scale * (h / place.ratio)) / 2;
-        const double c = (place.side / 2.0 - std::floor(top)) * width / place.side;
-        const double aside = std::abs(c - std::round(c));
-        if (aside + negligible < leastAside) {
-            leastAside = aside;
+        const double c = (place.side / 2.0 - std::trunc(top)) * width / place.side;
+        // The drawing can be moved by quarters of a row. A thin line is most even between two rows.
+        const double moved = std::abs(4 * c - std::round(4 * c)) / 4;
+        const double error = moved + std::abs(c - std::round(c)) / 10;
+        const bool hasRoom = std::min(c, h - c) >= room;
+        if (hasRoom && error + negligible < leastError) {
+            leastError = error;
             height = h;
             centre = c;
         }
     }
 
-    // The drawing has the screen's whole pixels, the layer may have a fraction of one more or less.
+    // Side times ratio may be a fraction off the screen's whole pixels; the margin compensates.
     const int margin = qRound(width * (pixels / (place.side * place.ratio) - 1));
     const int wholeSide = 2 * (width + margin);
     const int twiceAbove = int(std::round(wholeSide - 4 * centre));
@@ -102,9 +110,8 @@ Strip stripFor(double reach, LayerDrawing::Place place)
 
 QRgb mean(QRgb a, QRgb b) { return (a & b) + (((a ^ b) >> 1) & 0x7f7f7f7f); }
 
-// A turned picture is sampled from four of its pixels, about two to one of the screen: less than
-// the screen's pixel covers. Weights of 1, 2, 1 in both directions before it is halved make up for
-// it.
+// Turning samples four pixels of the picture, an area smaller than a pixel of the screen. A 1-2-1
+// filter in both directions before halving makes up for it.
 void soften(QImage &image)
 {
     const auto row = [&image](int y) { return reinterpret_cast<QRgb *>(image.scanLine(y)); };
@@ -130,6 +137,8 @@ void soften(QImage &image)
 
 QImage LayerDrawing::standing(const QString &file, Place place)
 {
+    if (!isVisible(place))
+        return {};
     const int side = std::min(screenPixels(place), largestSide);
     const QSize large = QSize(side, side) * factorFor(file, side);
     return reduced(drawn(file, large, {{}, large}), {side, side});
@@ -137,6 +146,8 @@ QImage LayerDrawing::standing(const QString &file, Place place)
 
 QImage LayerDrawing::hand(const QString &file, Place place)
 {
+    if (!isVisible(place))
+        return {};
     const Strip strip = stripFor(reachOf(file), place);
     QImage large = drawn(file, strip.whole, strip.part);
     soften(large);

@@ -21,11 +21,12 @@ namespace
 constexpr auto providerName = "layers"_L1;
 constexpr auto themesFolder = "/themes/"_L1;
 
-// For a layer whose window is not known: a third of the source size, which on most screens is three
-// times what they show. Before a layer has a size nobody sees it, and a small picture will do.
+// For a layer whose window is not known: a third of the source size, which is up to three times
+// what the screen shows. A layer that has no size yet gets the size that a first clock has.
 LayerDrawing::Place guessedPlace(QSize sourceSize)
 {
-    return {sourceSize.isEmpty() ? 512 : sourceSize.width() / 3, 1};
+    constexpr int firstSide = 320;
+    return {sourceSize.isEmpty() ? firstSide : sourceSize.width() / 3, 1};
 }
 
 // Asked by the thread of QML's image reader, or by the GUI thread where an image is not
@@ -64,8 +65,7 @@ LayerPictures::LayerPictures()
 {
     m_rest.setSingleShot(true);
     m_rest.setInterval(2s);
-    QObject::connect(
-        &m_rest, &QTimer::timeout, &m_rest, returnFreeMemory); // of the larger drawings
+    m_rest.callOnTimeout(returnFreeMemory); // of the larger drawings
 }
 
 void LayerPictures::addTo(QQmlEngine *engine)
@@ -78,6 +78,7 @@ void LayerPictures::setWindow(const QQuickWindow *window) { m_window = window; }
 
 QUrl LayerPictures::intercept(const QUrl &url, DataType type)
 {
+    // QML files may be asked for by other threads; an image asks in the GUI thread.
     if (type != UrlString || !isLayer(url))
         return url;
     m_rest.start();

@@ -25,8 +25,9 @@ public:
     /// Takes over the layers that \a engine loads, which must not outlive this object.
     void addTo(QQmlEngine *engine);
 
-    /// Sets the window that the layers fill. Before, nobody sees them, and their pictures are
-    /// small.
+    /// Sets the window that the layers fill, whose size and pixel ratio their pictures have. A
+    /// layer asks again only when its size or ratio changes, so call this before the window is
+    /// created.
     void setWindow(const QQuickWindow *window);
 
     /// The image provider's address for a layer at its present size; any other \a url as it is.

@@ -50,7 +50,7 @@ public:
 
 private:
     std::unique_ptr<VsManager> m_manager;
-    std::unique_ptr<LayerPictures> m_layerPictures; // older than the engine that asks it
+    std::unique_ptr<LayerPictures> m_layerPictures; // outlives the engine, which calls it
     std::unique_ptr<QQmlApplicationEngine> m_engine; // it reads what the manager has published
     QQuickWindow *m_window = nullptr; // the engine's
 };

@@ -36,7 +36,11 @@ inline QList<QQuickItem *> visibleLayers(const QQuickWindow *window)
 inline bool isSharp(const QQuickItem *layer)
 {
     constexpr int ready = 1; // Image.Ready
-    return layer->property("status").toInt() == ready;
+    const double ratio = layer->window()->effectiveDevicePixelRatio();
+    const int pixels = qRound(layer->implicitWidth() * ratio);
+    const int shown = qRound(layer->width() * ratio);
+    return layer->property("status").toInt() == ready
+        && (pixels == std::min(shown, 8192) || pixels == std::min(2 * shown, 8192));
 }
 
 inline bool isSharp(const QQuickWindow *window)

@@ -103,7 +103,7 @@ std::array<int, 4> meanPixel(const QImage &large, int x, int y, int factor)
 
 Reference reference(const QString &path, double angleDegrees, int pixels, QColor ground)
 {
-    const int factor = pixels <= 320 ? 8 : pixels <= 720 ? 4 : 2;
+    const int factor = pixels <= 320 ? 8 : pixels <= 960 ? 4 : 2;
     constexpr int band = 32; // rows at a time, as the whole would take much memory
     QByteArray svg = turnedDrawing(path, angleDegrees);
     Reference result{QImage(pixels, pixels, QImage::Format_RGB32),
@@ -257,7 +257,7 @@ public:
         return view.grabWindow().convertToFormat(QImage::Format_RGB32);
     }
 
-    LayerPictures pictures; // older than the engine that asks it
+    LayerPictures pictures; // outlives the engine, which calls it
     Documents documents{Documents::AllObjects};
     QQuickView view;
     QQuickItem *image = nullptr;
@@ -276,7 +276,10 @@ private Q_SLOTS:
     void looksLikeTheDrawing();
     void haveTheScreensPixels();
     void keepTheirProperties();
+    void largePicturesFollowTheSize();
     void areBounded();
+    void handsAreWhole();
+    void nothingIsDrawnForNoPixels();
     void missingDrawingIsAnEmptyLayer();
 };
 
@@ -373,6 +376,18 @@ void tst_LayerPictures::keepTheirProperties()
     }
 }
 
+// Where the source size of an image alone would be held back.
+void tst_LayerPictures::largePicturesFollowTheSize()
+{
+    OneLayer face(tones[0], 2740, layers[5]);
+    const int pixels = face.pixels();
+    face.view.resize(2750, 2750);
+    face.view.contentItem()->setSize({2750, 2750});
+    QCOMPARE_GT(face.pixels(), pixels);
+    QTRY_COMPARE(qRound(face.image->implicitWidth() * face.view.effectiveDevicePixelRatio()),
+        std::min(2 * face.pixels(), 8192));
+}
+
 void tst_LayerPictures::areBounded()
 {
     const QString file = u":/themes/basic/dark_gray/clock_dial.svg"_s;
@@ -380,6 +395,36 @@ void tst_LayerPictures::areBounded()
     QCOMPARE(LayerDrawing::standing(file, {4100, 2}).width(), 8192);
     const QString hand = u":/themes/basic/dark_gray/clock_hand_second.svg"_s;
     QCOMPARE(LayerDrawing::hand(hand, {7680, 1}).width(), 8192);
+}
+
+// A strip has a clear row above and below the hand, at whatever place Image puts it.
+void tst_LayerPictures::handsAreWhole()
+{
+    for (const auto *hand : {"hour", "minute", "second"}) {
+        const QString file
+            = u":/themes/basic/dark_gray/clock_hand_%1.svg"_s.arg(QLatin1StringView(hand));
+        for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+            for (int side = 72; side < 130; ++side) {
+                const QImage strip = LayerDrawing::hand(file, {side, ratio});
+                for (const int y : {0, strip.height() - 1}) {
+                    const QRgb *begin = row(strip, y);
+                    QVERIFY2(std::all_of(begin, begin + strip.width(),
+                                 [](QRgb pixel) { return qAlpha(pixel) == 0; }),
+                        qPrintable(u"%1, %2 at %3"_s.arg(file).arg(side).arg(ratio)));
+                }
+            }
+        }
+    }
+}
+
+void tst_LayerPictures::nothingIsDrawnForNoPixels()
+{
+    const QString file = u":/themes/basic/dark_gray/clock_hand_second.svg"_s;
+    for (const LayerDrawing::Place place :
+        {LayerDrawing::Place{0, 1}, {-1, 1}, {100, 0}, {100, NAN}, {100, INFINITY}}) {
+        QVERIFY(LayerDrawing::hand(file, place).isNull());
+        QVERIFY(LayerDrawing::standing(file, place).isNull());
+    }
 }
 
 void tst_LayerPictures::missingDrawingIsAnEmptyLayer()

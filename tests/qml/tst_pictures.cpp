@@ -91,7 +91,7 @@ private:
     static FacePicture accepted(const Tone &tone);
 
     const Tone *m_tone = nullptr; // the one that is loaded
-    std::unique_ptr<LayerPictures> m_layerPictures; // older than the engine that asks it
+    std::unique_ptr<LayerPictures> m_layerPictures; // outlives the engine, which calls it
     std::unique_ptr<Documents> m_documents;
     std::unique_ptr<QQuickView> m_view;
     QQuickItem *m_face = nullptr; // owned by the view

@@ -175,7 +175,7 @@ def hand_second(family: Family) -> str:
     """The second hand, towards three o'clock, with its counterweight and the top of the cap."""
     d = Drawing(1024, 1024)
     accent, shade = family.accent
-    needle = ("M352 503.5L512 507.6L984 509.2V514.8L512 516.4L352 520.5"
+    needle = ("M352 503.5L512 507.8L984 509.6V514.4L512 516.2L352 520.5"
               "A8.5 8.5 0 0 1 352 503.5z")
     d.stroke(needle, family.hand_edge[0], 5, family.hand_edge[1] * 0.5)
     d.fill(needle, accent)
