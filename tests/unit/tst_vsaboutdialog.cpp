@@ -139,7 +139,7 @@ void TestVsAboutDialog::linkTakesItsColourFromTheMouse()
     m_dialog->show();
     QCOMPARE(link().cursor().shape(), Qt::PointingHandCursor);
     const OpenedAddresses opened;
-    QEvent enter(QEvent::Enter);
+    QEnterEvent enter({}, {}, {});
     QCoreApplication::sendEvent(&link(), &enter);
     QCOMPARE(link().styleSheet(), colour(u"orange"_s));
     QTest::mousePress(&link(), Qt::LeftButton);
