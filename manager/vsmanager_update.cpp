@@ -52,9 +52,10 @@ void VsManager::checkUpdate()
     connect(thread, &QThread::finished, checker, &QObject::deleteLater);
     connect(checker, &QObject::destroyed, thread, &QObject::deleteLater);
     connect(thread, &QThread::started, checker, &VsUpdateChecker::checkForUpdate);
-    // An answer may have been large. Qt's own thread for the connection ends a little later.
+    // An answer may have been large. Qt's own thread for the connection ends later, on a busy machine
+    // by seconds.
     connect(thread, &QObject::destroyed, this,
-        [this] { QTimer::singleShot(2s, this, &returnFreeMemory); });
+        [this] { QTimer::singleShot(10s, this, &returnFreeMemory); });
     checker->moveToThread(thread);
     m_updateThreads.removeAll(nullptr); // those of earlier checks
     m_updateThreads += thread;
