@@ -210,7 +210,10 @@ void TestOwnWindow::isOnTheTaskbarAsToldWhateverIsSet()
     QTRY_COMPARE(window().geometry(), place);
     m_config->setShowOnTaskbar(true);
     m_clock->manager()->setShowOnTaskbar(false);
-    QTRY_VERIFY(window().states().contains("SKIP_TASKBAR"));
+    // On a busy machine the states are lost now and then. They are set again each time the window
+    // appears in the ten seconds after a show.
+    constexpr int settlingMs = 10'000;
+    QTRY_VERIFY_WITH_TIMEOUT(window().states().contains("SKIP_TASKBAR"), settlingMs);
     QTest::qWait(700);
     QTRY_VERIFY(window().states().contains("SKIP_TASKBAR"));
 }
