@@ -52,8 +52,8 @@ void VsManager::checkUpdate()
     connect(thread, &QThread::finished, checker, &QObject::deleteLater);
     connect(checker, &QObject::destroyed, thread, &QObject::deleteLater);
     connect(thread, &QThread::started, checker, &VsUpdateChecker::checkForUpdate);
-    // An answer may have been large. Qt's own thread for the connection ends later, on a busy machine
-    // by seconds.
+    // An answer may have been large. Qt's own thread for the connection ends later, on a busy
+    // machine by seconds.
     connect(thread, &QObject::destroyed, this,
         [this] { QTimer::singleShot(10s, this, &returnFreeMemory); });
     checker->moveToThread(thread);

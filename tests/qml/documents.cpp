@@ -25,7 +25,8 @@ void failOnRealWarning()
         u"^(?!This plugin does not support setting window opacity"
         "|QSystemTrayIcon::setVisible: No Icon set"
         "|QObject::connect: No such signal QPlatformNativeInterface::systemTrayWindowChanged"
-        // Intentional: the name of the property is fixed, and Qt 6.11 warns that its base has one, too.
+        // Intentional: the name of the property is fixed, and Qt 6.11 warns that its base has one,
+        // too.
         "|Member palette of the object Vs(ComboBox|ScrollButton)_QMLTYPE_\\d+ overrides a member)"_s);
     QTest::failOnWarning(realWarning);
 }
