@@ -49,6 +49,7 @@ void adoptMainWindow(QQmlApplicationEngine &engine, VsManager &manager, LayerPic
         new ExactPointer(window);
         offerAccessibleClock(*window);
         manager.start();
+        manager.placeFirstClock();
         manager.keepOnScreen();
     } else {
         QCoreApplication::exit(-1);

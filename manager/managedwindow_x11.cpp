@@ -3,6 +3,7 @@
 
 #include "manager/managedwindow_x11.h"
 
+#include <QtCore/qbytearray.h>
 #include <QtCore/qlist.h>
 #include <QtGui/qguiapplication.h>
 
@@ -134,18 +135,34 @@ void setDesktop(xcb_window_t window, uint32_t desktop)
     xcb_flush(ewmh->connection);
 }
 
-// The window that is above all others in the window manager's care; none without such a list.
-xcb_window_t topWindow()
+QByteArray classOf(xcb_connection_t *xcb, xcb_window_t window)
+{
+    constexpr uint32_t longest = 64; // in units of four bytes
+    const auto cookie
+        = xcb_get_property(xcb, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, longest);
+    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
+    return reply ? QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                       xcb_get_property_value_length(reply.get()))
+                 : QByteArray();
+}
+
+// The topmost window above this one; none without a list of them. Another clock is no rival: two
+// that raise themselves would change places for ever.
+xcb_window_t rivalOf(xcb_window_t window)
 {
     auto *ewmh = hints();
     xcb_ewmh_get_windows_reply_t reply;
     if (!xcb_ewmh_get_client_list_stacking_reply(
             ewmh, xcb_ewmh_get_client_list_stacking(ewmh, 0), &reply, nullptr))
         return XCB_NONE;
-    const xcb_window_t top
-        = reply.windows_len > 0 ? reply.windows[reply.windows_len - 1] : xcb_window_t(XCB_NONE);
+    QList<xcb_window_t> above(reply.windows, reply.windows + reply.windows_len);
     xcb_ewmh_get_windows_reply_wipe(&reply);
-    return top;
+    const QByteArray ownClass = classOf(ewmh->connection, window);
+    while (!above.isEmpty() && above.constLast() != window
+        && classOf(ewmh->connection, above.constLast()) == ownClass)
+        above.removeLast();
+    return above.isEmpty() || above.constLast() == window ? xcb_window_t(XCB_NONE)
+                                                          : above.constLast();
 }
 
 // None of a window that is not there.
@@ -209,8 +226,8 @@ void ManagedWindow::showOnCurrentDesktop(WId window)
 void ManagedWindow::raise(WId window)
 {
     auto *ewmh = hints();
-    const xcb_window_t top = ewmh ? topWindow() : xcb_window_t(XCB_NONE);
-    if (top == XCB_NONE || top == idOf(window))
+    const xcb_window_t rival = ewmh ? rivalOf(idOf(window)) : xcb_window_t(XCB_NONE);
+    if (rival == XCB_NONE)
         return;
     const xcb_window_t root = ewmh->screens[0]->root;
     xcb_configure_request_event_t event{};
@@ -218,7 +235,7 @@ void ManagedWindow::raise(WId window)
     event.stack_mode = XCB_STACK_MODE_ABOVE;
     event.parent = root;
     event.window = idOf(window);
-    event.sibling = top;
+    event.sibling = rival;
     event.value_mask = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
     xcb_send_event(ewmh->connection, 0, root,
         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
@@ -282,35 +299,6 @@ void ManagedWindow::letMouseThrough(WId window, bool on)
 bool ManagedWindow::isViewable(WId window) { return mapStateOf(window) == XCB_MAP_STATE_VIEWABLE; }
 
 bool ManagedWindow::isUnmapped(WId window) { return mapStateOf(window) == XCB_MAP_STATE_UNMAPPED; }
-
-// Qt asks the server each time that it moves the window, and may get its answer while the window is
-// in its new frame already and the frame not yet in its place; not every window manager tells of
-// the place later. The event is one that those do send.
-void ManagedWindow::announcePlace(WId window)
-{
-    auto *xcb = connection();
-    if (!xcb)
-        return;
-    const Owned<xcb_get_geometry_reply_t> size(
-        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, idOf(window)), nullptr));
-    if (!size)
-        return;
-    const auto cookie = xcb_translate_coordinates(xcb, idOf(window), size->root, 0, 0);
-    const Owned<xcb_translate_coordinates_reply_t> place(
-        xcb_translate_coordinates_reply(xcb, cookie, nullptr));
-    if (!place)
-        return;
-    xcb_configure_notify_event_t event{};
-    event.response_type = XCB_CONFIGURE_NOTIFY;
-    event.event = idOf(window);
-    event.window = idOf(window);
-    event.x = place->dst_x;
-    event.y = place->dst_y;
-    event.width = size->width;
-    event.height = size->height;
-    xcb_send_event(xcb, 0, idOf(window), XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<char *>(&event));
-    xcb_flush(xcb);
-}
 
 // EWMH, _NET_SUPPORTING_WM_CHECK.
 bool ManagedWindow::isNewManager(const void *event)

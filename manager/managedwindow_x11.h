@@ -39,8 +39,6 @@ void letMouseThrough(WId window, bool on);
 [[nodiscard]] bool isViewable(WId window);
 /// Whether the server has it off the screen. A window that is gone is neither.
 [[nodiscard]] bool isUnmapped(WId window);
-/// Tells Qt once more where the window is.
-void announcePlace(WId window);
 
 /// Whether \a event, an xcb_generic_event_t, says that a window manager has just come.
 [[nodiscard]] bool isNewManager(const void *event);

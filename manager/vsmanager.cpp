@@ -78,6 +78,8 @@ void VsManager::connectConfig()
         &VsManager::setTopmostTimerEnabled);
     connect(m_config, &VsConfig::showOnTaskbarChanged, this,
         [this](bool enabled) { setShowOnTaskbar(enabled, true); });
+    connect(m_config, &VsConfig::keepPositionWhenMonitorDetatchedChanged, this,
+        &VsManager::keepOnScreen);
 }
 
 void VsManager::connectNativeEventFilter()

@@ -26,6 +26,7 @@ class VsConfig;
 class VsListModel;
 class VsNativeEventFilter;
 class VsTheme;
+class WindowPlacement;
 
 /// The central object of the program: the tick, the clock window and all that the documents call.
 /// The order of its signals, slots and methods is the order of its meta-object and is fixed, and so
@@ -66,6 +67,10 @@ public:
     /// Brings the clock onto a screen if it lies on none and is not told to keep its place. The
     /// stored geometry changes only with the next ordinary save.
     void keepOnScreen();
+
+    /// Puts a clock for which no geometry is stored at the top right of the primary screen, beside
+    /// where the settings window opens.
+    void placeFirstClock();
 
     /// The language code that decides about the date text, for example "ja".
     static void setLanguageName(const QString &name);
@@ -206,6 +211,7 @@ private:
     void scheduleUpdateChecks();
     void endUpdateChecks();
     void filterMainWindowEvent(QEvent *event);
+    WindowPlacement &placement();
     void applyStoredGeometry();
     void applyWindowStyle();
     void onMainWindowStateChange();

@@ -11,7 +11,6 @@
 #include "dialogs/vsdebugwindow.h"
 #include "manager/clockside.h"
 #include "manager/windowstyle.h"
-#include "platform/nearestscreen.h"
 #include "platform/vsnativeeventfilter.h"
 
 #include <QtCore/qparallelanimationgroup.h>
@@ -45,15 +44,11 @@ void VsManager::syncWindowGeometory()
 {
     if (!m_mainWindow)
         return;
-    const bool minimized = m_mainWindow->windowState() == Qt::WindowMinimized;
-    QPoint position = minimized ? m_normalGeometry.topLeft() : m_mainWindow->position();
-    QSize size = minimized ? m_normalGeometry.size() : m_mainWindow->size();
-    // A window manager may move a clock that waits, hidden, for its monitor.
-    if (const QRect waiting = m_nativeEventFilter->geometryOnLostMonitor();
-        waiting.isValid() && !m_mainWindow->isVisible()) {
-        position = waiting.topLeft();
-        size = waiting.size();
-    }
+    const bool minimized = placement().state() == WindowPlacement::State::Minimized;
+    const QRect geometry
+        = minimized && !placement().isDisplaced() ? m_normalGeometry : placement().wanted();
+    const QPoint position = geometry.topLeft();
+    QSize size = geometry.size();
     if (size.width() != size.height()) { // a square is taken as it is, whatever its side
         const int side
             = std::clamp(std::max(size.width(), size.height()), minimumClockSide, maximumClockSide);
@@ -67,11 +62,20 @@ void VsManager::syncWindowGeometory()
     m_config->setHeight(size.height());
 }
 
-void VsManager::keepOnScreen()
+void VsManager::keepOnScreen() { placement().bringOntoScreen(); }
+
+void VsManager::placeFirstClock()
 {
-    if (m_mainWindow && !m_config->keepPositionWhenMonitorDetatched())
-        rescueOffScreenWindow(m_mainWindow);
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (!m_mainWindow || !screen || m_config->geometry() != QRect(0, 0, 0, 0))
+        return;
+    constexpr int margin = 24;
+    const QRect room = screen->availableGeometry();
+    m_mainWindow->setPosition(room.x() + room.width() - margin - m_mainWindow->width(),
+        room.y() + margin);
 }
+
+WindowPlacement &VsManager::placement() { return m_nativeEventFilter->placement(); }
 
 void VsManager::moveToTopLeft() { moveToCorner(Qt::TopLeftCorner); }
 
@@ -116,6 +120,7 @@ void VsManager::moveWindowWithAnimation(QWindow *window, QPoint toPos)
     animation->addAnimation(moveAlong(window, "x"_ba, toPos.x()));
     animation->addAnimation(moveAlong(window, "y"_ba, toPos.y()));
     connect(animation, &QAbstractAnimation::finished, this, [this, window] {
+        m_nativeEventFilter->onUserMoved();
         saveConfig();
         updateMask();
         Q_EMIT windowMovingAnimationFinished(window);

@@ -7,6 +7,7 @@
 
 #include "config/saturate.h"
 #include "config/vsconfig.h"
+#include "platform/vsnativeeventfilter.h"
 
 #include <cmath>
 
@@ -20,6 +21,7 @@ void VsManager::lazySaveConfig()
 {
     if (!m_mainWindow)
         return;
+    m_nativeEventFilter->onUserMoved();
     if (!m_lazySavePending) {
         m_lazySavePending = true;
         // The stored geometry, not the window's: what was written last is what counts.

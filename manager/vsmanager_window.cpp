@@ -8,6 +8,7 @@
 #include "config/vsconfig.h"
 #include "manager/storedplacement.h"
 #include "manager/windowstyle.h"
+#include "platform/vsnativeeventfilter.h"
 
 #include <QtGui/qcursor.h>
 #include <QtGui/qevent.h>
@@ -37,6 +38,7 @@ void VsManager::setMainWindow(QWindow *window)
 {
     m_dpiCheckTimer.stop();
     m_mainWindow = window;
+    placement().setWindow(window);
     // A clock that appears must not take the keyboard away from whoever is typing. This is how
     // QWidget tells its window; QWindow has no property of its own for it.
     window->setProperty("_q_showWithoutActivating", true);
@@ -66,7 +68,7 @@ void VsManager::applyStoredGeometry()
     const auto stored = storedPlacement(*m_config);
     if (!stored)
         return;
-    m_mainWindow->setPosition(stored->position);
+    m_mainWindow->setPosition(stored->position); // apart: a rectangle may not hold the far edges
     m_mainWindow->resize(stored->side, stored->side);
 }
 
@@ -212,13 +214,15 @@ QRect VsManager::restorableGeometry() const
 // Brings back what the change of the flags may have lost, once it has been carried out.
 void VsManager::completeTaskbarChange()
 {
+    if (placement().state() == WindowPlacement::State::AwaitingMonitor)
+        return; // the show that ends this finds all that has been set
     m_mainWindow->hide();
     WindowStyle::setWindowToolStyle(m_mainWindow->winId(), !m_isOnTaskbar);
     m_mainWindow->show();
     WindowStyle::setWindowTopmost(m_mainWindow->winId(), m_config->topmost());
     const QRect geometry = m_normalGeometry.isValid() ? m_normalGeometry : restorableGeometry();
     if (geometry.isValid())
-        m_mainWindow->setGeometry(geometry);
+        placement().restore(geometry);
     updateMask();
     WindowStyle::setWindowTransparentForMouse(m_mainWindow->winId(), m_config->ignoreMouseEvent());
     QTimer::singleShot(500ms, this, &VsManager::makeGoodAfterShow);
@@ -229,8 +233,7 @@ void VsManager::completeTaskbarChange()
 // gets its size after the mask.
 void VsManager::makeGoodAfterShow()
 {
-    const bool isMeantToBeSeen
-        = m_mainWindow->isVisible() && m_mainWindow->windowState() != Qt::WindowMinimized;
+    const bool isMeantToBeSeen = placement().state() == WindowPlacement::State::Shown;
     // Not m_mousePressed: what opens the menu is never released for the clock.
     const bool isDragged = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
     const bool isLost = isMeantToBeSeen && WindowStyle::isLost(m_mainWindow->winId());

@@ -7,7 +7,6 @@
 
 #include <QtCore/qcoreapplication.h>
 #include <QtGui/qevent.h>
-#include <QtGui/qguiapplication.h>
 #include <QtGui/qwindow.h>
 
 #include <chrono>
@@ -39,9 +38,6 @@ WindowKeeper::WindowKeeper(QWindow *window, QObject *context, std::function<void
     m_newManagerTimer.setSingleShot(true);
     m_newManagerTimer.setInterval(1s); // by then it has the windows in its care
     connect(&m_newManagerTimer, &QTimer::timeout, this, &WindowKeeper::applyForNewManager);
-    m_latePlaceTimer.setSingleShot(true);
-    m_latePlaceTimer.setInterval(250ms);
-    connect(&m_latePlaceTimer, &QTimer::timeout, this, &WindowKeeper::announceLatePlace);
     QCoreApplication::instance()->installNativeEventFilter(this);
     window->installEventFilter(this);
 }
@@ -67,8 +63,6 @@ bool WindowKeeper::eventFilter(QObject *watched, QEvent *event)
     } else if (event->type() == QEvent::Expose && m_dueWhenSeen && isSeen()) {
         m_dueWhenSeen = false;
         apply();
-        ManagedWindow::announcePlace(m_window->winId());
-        m_latePlaceTimer.start(); // a busy window manager places the frame later still
     }
     return QObject::eventFilter(watched, event);
 }
@@ -100,13 +94,4 @@ void WindowKeeper::applyForNewManager() const
     if (!m_window->windowStates().testFlag(Qt::WindowMinimized)
         && !m_window->flags().testFlag(Qt::WindowSystemMenuHint))
         apply();
-}
-
-// While the window is dragged it may be on its way to another place already.
-void WindowKeeper::announceLatePlace()
-{
-    if (QGuiApplication::mouseButtons() != Qt::NoButton)
-        m_latePlaceTimer.start();
-    else if (isSeen())
-        ManagedWindow::announcePlace(m_window->winId());
 }

@@ -37,7 +37,6 @@ private:
     void prepareForShow() const;
     void apply() const;
     void applyForNewManager() const;
-    void announceLatePlace();
 
     QWindow *m_window; // the parent
     QPointer<QObject> m_context;
@@ -47,5 +46,4 @@ private:
     // another desktop, what was set in the window manager's menu.
     QDeadlineTimer m_untilSettled;
     QTimer m_newManagerTimer;
-    QTimer m_latePlaceTimer;
 };

@@ -5,7 +5,6 @@
 
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qscreen.h>
-#include <QtGui/qwindow.h>
 
 #include <algorithm>
 
@@ -63,16 +62,4 @@ QList<QRect> screenGeometries()
     for (const QScreen *screen : screens)
         geometries.append(screen->geometry());
     return geometries;
-}
-
-void rescueOffScreenWindow(QWindow *window)
-{
-    if (!meetsAnyScreen(window->position(), window->size(), screenGeometries()))
-        moveWindowOntoNearestScreen(window);
-}
-
-void moveWindowOntoNearestScreen(QWindow *window)
-{
-    window->setPosition(
-        positionOnNearestScreen(window->position(), window->size(), screenGeometries()));
 }

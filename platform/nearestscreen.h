@@ -8,8 +8,6 @@
 #include <QtCore/qrect.h>
 #include <QtCore/qsize.h>
 
-class QWindow;
-
 // Position and size come apart: a stored position may lie at either end of what an int holds, where
 // the far edge of a QRect would overflow.
 
@@ -24,9 +22,3 @@ class QWindow;
 
 /// The whole geometries of the present screens.
 [[nodiscard]] QList<QRect> screenGeometries();
-
-/// Brings \a window fully onto the nearest screen if it lies on none at all.
-void rescueOffScreenWindow(QWindow *window);
-
-/// The same wherever it lies: a part of it on a screen is not enough.
-void moveWindowOntoNearestScreen(QWindow *window);

@@ -28,22 +28,24 @@ bool VsNativeEventFilter::handleDisplayChange(WId window)
     qDebug() << rectangle;
     if (hasMonitor(window)) {
         qDebug() << "Monitor is Avialable"; // so spelled: meant
-        if (std::exchange(m_monitorLost, false) && m_mainWindow) {
-            showWindow(window);
-            QTimer::singleShot(0, this, &VsNativeEventFilter::restore);
-        } else {
+        if (std::exchange(m_monitorLost, false) && m_mainWindow)
+            onMonitorBack(window);
+        else
             nudge(window, rectangle.topLeft());
-        }
+        m_placement.compareAfterScreenChange();
         return true;
     }
 
     noteLostMonitor();
     if (m_mainWindow && !(m_config && m_config->keepPositionWhenMonitorDetatched())) {
         QTimer::singleShot(0, this, &VsNativeEventFilter::updateMask);
+        m_placement.compareAfterScreenChange();
         return false;
     }
-    if (m_mainWindow)
+    if (m_mainWindow) {
         hideWindow(window);
+        m_placement.setAwaitsMonitor(true);
+    }
     nudge(window, rectangle.topLeft());
     return true;
 }
@@ -53,17 +55,30 @@ void VsNativeEventFilter::noteLostMonitor()
     qDebug() << "Monitor is lost";
     if (m_mainWindow) {
         m_windowDevicePixelRatio = m_mainWindow->devicePixelRatio();
-        m_savedGeometry = clockGeometry();
+        m_savedGeometry = m_placement.wanted();
         if (const QScreen *screen = m_mainWindow->screen())
             m_screenDevicePixelRatio = screen->devicePixelRatio();
     }
     m_monitorLost = true;
 }
 
+void VsNativeEventFilter::onUserMoved()
+{
+    if (m_monitorLost)
+        m_savedGeometry = m_placement.wanted();
+}
+
+void VsNativeEventFilter::onMonitorBack(WId window)
+{
+    showWindow(window);
+    m_placement.setAwaitsMonitor(false);
+    QTimer::singleShot(0, this, &VsNativeEventFilter::restore);
+}
+
 void VsNativeEventFilter::restore()
 {
     if (m_mainWindow) // it may have been taken away since
-        m_mainWindow->setPosition(m_savedGeometry.topLeft());
+        m_placement.restore(QRect(m_savedGeometry.topLeft(), m_mainWindow->size()));
     Q_EMIT updateMask();
 }
 
@@ -81,7 +96,11 @@ void VsNativeEventFilter::setMainWindowId(WId wid) { m_mainWindowId = wid; }
 void VsNativeEventFilter::setMainWindow(QWindow *window)
 {
     m_mainWindow = window;
-    watchMainWindow();
+    m_placement.setWindow(window);
 }
 
-void VsNativeEventFilter::setConfig(VsConfig *config) { m_config = config; }
+void VsNativeEventFilter::setConfig(VsConfig *config)
+{
+    m_config = config;
+    m_placement.setConfig(config);
+}

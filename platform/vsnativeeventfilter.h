@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/windowplacement.h"
+
 #include <QtCore/qabstractnativeeventfilter.h>
 #include <QtCore/qobject.h>
 #include <QtCore/qrect.h>
@@ -29,11 +31,12 @@ public:
     /// told. True when nobody else is to handle the change, Qt included.
     bool handleDisplayChange(WId window);
 
-    /// Where the clock belongs while its monitor is away; null while it is not.
-    [[nodiscard]] QRect geometryOnLostMonitor() const
-    {
-        return m_monitorLost ? m_savedGeometry : QRect();
-    }
+    /// Where the clock is. The filter passes on to it what the window system reports.
+    [[nodiscard]] WindowPlacement &placement() { return m_placement; }
+
+    /// To be called when the user has moved the clock: where it was when its monitor was lost does
+    /// not count any more.
+    void onUserMoved();
 
 Q_SIGNALS:
     // Declared and connected, but emitted by nobody, like moveAndReturnMainWindow(): meant so.
@@ -49,16 +52,15 @@ public Q_SLOTS:
     void setConfig(VsConfig *config);
 
 private:
+    void onMonitorBack(WId window);
     void restore();
     void noteLostMonitor();
     void nudge(WId window, QPoint topLeft);
 
     // The native effects and what they go by, in one file for each system.
     void startWatching();
-    void watchMainWindow();
     [[nodiscard]] QRect windowRectangle(WId window) const;
-    [[nodiscard]] bool hasMonitor(WId window) const;
-    [[nodiscard]] QRect clockGeometry() const;
+    [[nodiscard]] bool hasMonitor(WId window);
     void showWindow(WId window);
     void hideWindow(WId window);
     void moveByOneAndBack(WId window, QPoint topLeft);
@@ -71,5 +73,6 @@ private:
     double m_windowDevicePixelRatio = 1.0;
     QRect m_savedGeometry;
     VsConfig *m_config = nullptr; // not owned
+    WindowPlacement m_placement;
     std::unique_ptr<QObject> m_watch; // what a system needs beside its messages
 };

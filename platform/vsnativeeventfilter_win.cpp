@@ -19,6 +19,7 @@ HWND handleOf(WId window) { return reinterpret_cast<HWND>(window); }
 bool VsNativeEventFilter::nativeEventFilter(
     [[maybe_unused]] const QByteArray &eventType, void *message, qintptr *result)
 {
+    m_placement.interpretNativeEvent(message);
     const auto *msg = static_cast<const MSG *>(message);
     const auto window = reinterpret_cast<WId>(msg->hwnd);
     bool consumed = false;
@@ -56,11 +57,6 @@ void VsNativeEventFilter::startWatching()
     // The messages come by themselves.
 }
 
-void VsNativeEventFilter::watchMainWindow()
-{
-    // Its messages come by themselves.
-}
-
 QRect VsNativeEventFilter::windowRectangle(WId window) const
 {
     RECT rect{};
@@ -68,12 +64,10 @@ QRect VsNativeEventFilter::windowRectangle(WId window) const
     return {QPoint(rect.left, rect.top), QPoint(rect.right, rect.bottom)};
 }
 
-bool VsNativeEventFilter::hasMonitor(WId window) const
+bool VsNativeEventFilter::hasMonitor(WId window)
 {
     return MonitorFromWindow(handleOf(window), MONITOR_DEFAULTTONULL) != nullptr;
 }
-
-QRect VsNativeEventFilter::clockGeometry() const { return m_mainWindow->geometry(); }
 
 void VsNativeEventFilter::showWindow(WId window) { ShowWindow(handleOf(window), SW_SHOW); }
 

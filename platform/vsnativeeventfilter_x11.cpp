@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// What takes the place of the messages of Windows on X11. Native events are not looked at: Qt has
-// already made signals of those that matter.
+// What takes the place of the messages of Windows on X11: signals that Qt has already made of them.
 
 #include "platform/vsnativeeventfilter.h"
 
-#include "platform/displaywatch.h"
 #include "platform/nearestscreen.h"
+#include "platform/screenwatch.h"
 #include "platform/terminationsignals.h"
 
 #include <QtCore/qtimer.h>
@@ -17,35 +16,22 @@
 
 using namespace std::chrono_literals;
 
-namespace
+bool VsNativeEventFilter::nativeEventFilter(
+    const QByteArray &eventType, void *message, [[maybe_unused]] qintptr *result)
 {
-
-DisplayWatch *watchOf(const std::unique_ptr<QObject> &watch)
-{
-    return static_cast<DisplayWatch *>(watch.get());
-}
-
-} // namespace
-
-bool VsNativeEventFilter::nativeEventFilter([[maybe_unused]] const QByteArray &eventType,
-    [[maybe_unused]] void *message, [[maybe_unused]] qintptr *result)
-{
+    if (eventType == "xcb_generic_event_t")
+        m_placement.interpretNativeEvent(message);
     return false;
 }
 
 void VsNativeEventFilter::startWatching()
 {
-    auto watch = std::make_unique<DisplayWatch>();
-    connect(watch.get(), &DisplayWatch::minimized, this, &VsNativeEventFilter::aboutToMinimize);
-    connect(watch.get(), &DisplayWatch::displayChanged, this, [this] {
-        // Windows finds a place for a window whose monitor is gone; here nobody may.
-        if (!m_mainWindow)
-            return;
-        if (handleDisplayChange(m_mainWindowId))
-            watchOf(m_watch)->cancelRescue();
-        else
-            watchOf(m_watch)->rescueLater();
+    auto watch = std::make_unique<ScreenWatch>();
+    connect(watch.get(), &ScreenWatch::changed, this, [this] {
+        if (m_mainWindow)
+            handleDisplayChange(m_mainWindowId);
     });
+    connect(&m_placement, &WindowPlacement::minimized, this, &VsNativeEventFilter::aboutToMinimize);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this,
         &VsNativeEventFilter::requestToSaveConfig);
     auto *signals = new TerminationSignals(watch.get());
@@ -59,39 +45,30 @@ void VsNativeEventFilter::startWatching()
     m_watch = std::move(watch);
 }
 
-void VsNativeEventFilter::watchMainWindow() { watchOf(m_watch)->setWindow(m_mainWindow); }
-
 QRect VsNativeEventFilter::windowRectangle([[maybe_unused]] WId window) const
 {
     return m_mainWindow ? m_mainWindow->frameGeometry() : QRect();
 }
 
-bool VsNativeEventFilter::hasMonitor([[maybe_unused]] WId window) const
+// The one where the clock belongs: a window manager may have moved it onto another one already.
+bool VsNativeEventFilter::hasMonitor([[maybe_unused]] WId window)
 {
-    const QRect clock = clockGeometry();
+    const QRect clock = m_monitorLost ? m_savedGeometry : m_placement.wanted();
     return meetsAnyScreen(clock.topLeft(), clock.size(), screenGeometries());
-}
-
-// Where the clock belongs. While its monitor is away that is not where somebody has put it
-// meanwhile.
-QRect VsNativeEventFilter::clockGeometry() const
-{
-    return m_monitorLost ? m_savedGeometry : watchOf(m_watch)->settledGeometry();
 }
 
 void VsNativeEventFilter::showWindow([[maybe_unused]] WId window)
 {
-    watchOf(m_watch)->setSettledGeometry(m_savedGeometry); // it may be lost again within a second
-    watchOf(m_watch)->setWindowHidden(false);
+    // The placement shows the clock, and no other window is hidden.
 }
 
 void VsNativeEventFilter::hideWindow([[maybe_unused]] WId window)
 {
-    watchOf(m_watch)->setWindowHidden(true);
+    // The placement hides the clock.
 }
 
 void VsNativeEventFilter::moveByOneAndBack(
     [[maybe_unused]] WId window, [[maybe_unused]] QPoint topLeft)
 {
-    // Qt paints a window anew by itself when its screen changes.
+    // Qt repaints a window by itself when its screen changes.
 }

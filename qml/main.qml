@@ -53,8 +53,11 @@ Window {
     }
 
     function setSide(side: real) {
-        rootWindow.width = side;
-        rootWindow.height = side;
+        rootWindow.setGeometry(rootWindow.x, rootWindow.y, side, side);
+    }
+
+    function windowRect(): rect {
+        return Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height);
     }
 
     function isSide(side: real): bool {
@@ -181,7 +184,6 @@ Window {
                 return;
             const left = corner.growX < 0 ? corner.pressedWinPos.x - diff : rootWindow.x;
             const top = corner.growY < 0 ? corner.pressedWinPos.y - diff : rootWindow.y;
-            // At once: a window manager may move a window onto the screen that only grows.
             rootWindow.setGeometry(left, top, side.width, side.height);
         }
 
@@ -221,11 +223,18 @@ Window {
     component ResizeTouch: TouchPoint {
         id: touch
 
+        required property Grip handle // which has the place of the touch area
         required property int growX
         required property int growY
+        property point place // on the screen; that in the area changes as the area moves
         property point startPoint
         property bool isChangeX: false
         property bool isChangeY: false
+
+        function follow() {
+            touch.place = touch.handle.mapToGlobal(touch.x, touch.y);
+            touch.resize();
+        }
 
         function resize() {
             if (!touch.isChangeX || !touch.isChangeY)
@@ -234,9 +243,8 @@ Window {
             touch.isChangeY = false;
             if (!touch.pressed)
                 return; // a new touch has its place before it counts as pressed
-            const current = itemRoot.mapToGlobal(touch.x, touch.y);
-            const dx = parseInt(current.x - touch.startPoint.x) * touch.growX;
-            const dy = parseInt(current.y - touch.startPoint.y) * touch.growY;
+            const dx = parseInt(touch.place.x - touch.startPoint.x) * touch.growX;
+            const dy = parseInt(touch.place.y - touch.startPoint.y) * touch.growY;
             const dd = (dx + dy) / 2;
             // From the present width at the bottom right, although the start stays: meant so.
             const isBottomRight = touch.growX > 0 && touch.growY > 0;
@@ -244,28 +252,50 @@ Window {
             const side = (isBottomRight ? rootWindow.width : start.width) + dd;
             if (!rootWindow.isSide(side))
                 return;
-            rootWindow.setSide(side);
-            if (touch.growX < 0)
-                rootWindow.x = start.x - dd;
-            if (touch.growY < 0)
-                rootWindow.y = start.y - dd;
+            const left = touch.growX < 0 ? start.x - dd : rootWindow.x;
+            const top = touch.growY < 0 ? start.y - dd : rootWindow.y;
+            rootWindow.setGeometry(left, top, side, side);
         }
 
         onPressedChanged: {
             multiPointTouchArea.updateWindowStartRect();
             if (touch.pressed)
-                touch.startPoint = itemRoot.mapToGlobal(touch.x, touch.y);
+                touch.startPoint = touch.place;
             else
                 rootWindow.lazySaveConfig();
         }
         onXChanged: {
             touch.isChangeX = true;
-            touch.resize();
+            touch.follow();
         }
         onYChanged: {
             touch.isChangeY = true;
-            touch.resize();
+            touch.follow();
         }
+    }
+
+    // A finger on the face, by its place on the screen: that in the window changes as the window moves.
+    component Finger: TouchPoint {
+        id: finger
+
+        property bool isMoved: false // in the window, in this event
+        property point place
+        property point startPlace // when it was pressed
+        readonly property int travelX: finger.place.x - finger.startPlace.x
+        readonly property int travelY: finger.place.y - finger.startPlace.y
+
+        function locate() {
+            finger.place = multiPointTouchArea.mapToGlobal(finger.x, finger.y);
+            finger.isMoved = false;
+        }
+
+        function start() {
+            finger.locate();
+            finger.startPlace = finger.place;
+        }
+
+        onXChanged: finger.isMoved = true
+        onYChanged: finger.isMoved = true
     }
 
     component CornerTouchArea: MultiPointTouchArea {
@@ -386,8 +416,9 @@ Window {
                 return;
             mouseArea.moving = true;
             const position = mouseArea.mapToGlobal(mouse.x, mouse.y);
-            rootWindow.x = mouseArea.pressedWindowPos.x + (position.x - mouseArea.pressedMousePoint.x);
-            rootWindow.y = mouseArea.pressedWindowPos.y + (position.y - mouseArea.pressedMousePoint.y);
+            const left = mouseArea.pressedWindowPos.x + (position.x - mouseArea.pressedMousePoint.x);
+            const top = mouseArea.pressedWindowPos.y + (position.y - mouseArea.pressedMousePoint.y);
+            rootWindow.setGeometry(left, top, rootWindow.width, rootWindow.height);
             mouseArea.moving = false;
         }
         onReleased: {
@@ -400,43 +431,35 @@ Window {
             if (!(wheel.modifiers & Qt.ControlModifier))
                 return;
             const delta = wheel.angleDelta.y / 10;
-            const before = wheelBurst.present();
+            const before = wheelTurn.present();
             const side = before.width + delta;
             if (!(side > rootWindow.limitMin && side < rootWindow.limitMax))
                 return; // never reaches the limits themselves: meant so
-            rootWindow.setGeometry(before.x - delta / 2, before.y - delta / 2, side, side);
-            wheelBurst.add();
+            wheelTurn.apply(Qt.rect(before.x - delta / 2, before.y - delta / 2, side, side));
             rootWindow.updateMask();
             rootWindow.lazySaveConfig();
             multiPointTouchArea.updateWindowStartRect();
         }
     }
 
-    // X11 tells of every change of the window once more, later, and not always of place and size
-    // together. When the wheel turns fast, a step that meets what earlier ones have set goes on
-    // from the latest.
+    // A wheel of high resolution turns by parts of a notch, which are fractions of a pixel. The
+    // window's integers drop them, so the next step of the same turn goes on from here.
     Timer {
-        id: wheelBurst
+        id: wheelTurn
 
-        property list<rect> steps
-
-        function hasSet(name: string): bool {
-            return wheelBurst.steps.some(step => step[name] === rootWindow[name]);
-        }
+        property rect exact
+        property rect given // to the window, where it must still be
 
         function present(): rect {
-            if (["x", "y", "width", "height"].every(hasSet))
-                return wheelBurst.steps[wheelBurst.steps.length - 1];
-            return Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height);
+            return wheelTurn.running && wheelTurn.given === rootWindow.windowRect() ? wheelTurn.exact : rootWindow.windowRect();
         }
 
-        function add() {
-            wheelBurst.steps.push(Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height));
-            wheelBurst.restart();
+        function apply(exact: rect) {
+            rootWindow.setGeometry(exact.x, exact.y, exact.width, exact.height);
+            wheelTurn.exact = exact;
+            wheelTurn.given = rootWindow.windowRect();
+            wheelTurn.restart();
         }
-
-        interval: 200
-        onTriggered: wheelBurst.steps = []
     }
 
     ResizeCorner {
@@ -468,18 +491,19 @@ Window {
 
         property int currentAxis: 0 // distance of the two touch points
         property int startedAxis: 0
-        property rect windowStartRect: Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height)
-        property point startedPoint: Qt.point(0, 0) // read by nobody: meant so
+        property rect windowStartRect: rootWindow.windowRect()
+        property point startedPoint: Qt.point(0, 0) // unused: intentional
         property bool isFixed: rootWindow.cfg ? rootWindow.cfg.fixed : false
-        property int startX: point1.startX
+        property bool isPinched: false // in this event
+        property int startX: point1.startX // unused, like startY: newer Qt changes them as the clock moves
         property int startY: point1.startY
 
         function updateWindowStartRect() {
-            multiPointTouchArea.windowStartRect = Qt.rect(rootWindow.x, rootWindow.y, rootWindow.width, rootWindow.height);
+            multiPointTouchArea.windowStartRect = rootWindow.windowRect();
         }
 
         function getAixis() {
-            return parseInt(Math.sqrt(Math.pow(point2.x - point1.x, 2) + Math.pow(point2.y - point1.y, 2)));
+            return parseInt(Math.sqrt(Math.pow(point2.place.x - point1.place.x, 2) + Math.pow(point2.place.y - point1.place.y, 2)));
         }
 
         function calcAxis() {
@@ -487,56 +511,81 @@ Window {
                 multiPointTouchArea.currentAxis = multiPointTouchArea.getAixis();
         }
 
+        function pinchUnlessFixed() {
+            if (!multiPointTouchArea.isFixed)
+                multiPointTouchArea.isPinched = true;
+        }
+
+        function startAxis() {
+            // In this order, or the clock would jump by the whole distance.
+            multiPointTouchArea.startedAxis = multiPointTouchArea.getAixis();
+            multiPointTouchArea.currentAxis = multiPointTouchArea.startedAxis;
+        }
+
         anchors.fill: parent
         mouseEnabled: false
         touchPoints: [
-            TouchPoint {
+            Finger {
                 id: point1
+
+                // The travel so far has been made up for: it starts where the clock is.
+                function startDragHere() {
+                    const now = rootWindow.windowRect();
+                    multiPointTouchArea.windowStartRect = Qt.rect(now.x - point1.travelX, now.y - point1.travelY, now.width, now.height);
+                }
+
+                function drag() {
+                    const start = multiPointTouchArea.windowStartRect;
+                    rootWindow.setGeometry(start.x + point1.travelX, start.y + point1.travelY, rootWindow.width, rootWindow.height);
+                }
 
                 onPressedChanged: {
                     multiPointTouchArea.updateWindowStartRect();
-                    if (!point1.pressed)
-                        rootWindow.lazySaveConfig();
-                }
-                onSceneXChanged: {
-                    if (point2.pressed)
-                        multiPointTouchArea.calcAxis();
-                    else if (!multiPointTouchArea.isFixed)
-                        rootWindow.x = multiPointTouchArea.windowStartRect.x + parseInt(point1.sceneX - multiPointTouchArea.startX);
-                }
-                onSceneYChanged: {
-                    if (multiPointTouchArea.isFixed)
-                        return; // before the pinch, unlike above: meant so
-                    if (point2.pressed)
-                        multiPointTouchArea.calcAxis();
+                    if (point1.pressed)
+                        point1.start();
                     else
-                        rootWindow.y = multiPointTouchArea.windowStartRect.y + parseInt(point1.sceneY - multiPointTouchArea.startY);
+                        rootWindow.lazySaveConfig();
+                    if (point1.pressed && point2.pressed)
+                        multiPointTouchArea.startAxis();
                 }
+                onSceneXChanged: multiPointTouchArea.isPinched = true
+                onSceneYChanged: multiPointTouchArea.pinchUnlessFixed() // unlike above: intentional
             },
-            TouchPoint {
+            Finger {
                 id: point2
 
-                function pinch() {
-                    if (!multiPointTouchArea.isFixed && point1.pressed)
-                        multiPointTouchArea.calcAxis();
-                }
-
                 onPressedChanged: {
-                    if (point1.pressed)
-                        multiPointTouchArea.updateWindowStartRect();
-                    if (point1.pressed && point2.pressed) {
-                        // In this order, or the clock would jump by the whole distance.
-                        multiPointTouchArea.startedAxis = multiPointTouchArea.getAixis();
-                        multiPointTouchArea.currentAxis = multiPointTouchArea.startedAxis;
-                    }
-                    if (!point2.pressed)
+                    if (point2.pressed)
+                        point2.start();
+                    else
                         rootWindow.lazySaveConfig();
+                    if (!point1.pressed)
+                        return;
+                    multiPointTouchArea.updateWindowStartRect();
+                    if (point2.pressed)
+                        multiPointTouchArea.startAxis();
+                    else
+                        point1.startDragHere();
                 }
-                onSceneXChanged: point2.pinch()
-                onSceneYChanged: point2.pinch()
+                onSceneXChanged: multiPointTouchArea.pinchUnlessFixed()
+                onSceneYChanged: multiPointTouchArea.pinchUnlessFixed()
             }
         ]
 
+        // Not while the places of the fingers come in: the window they are in must not move meanwhile.
+        // A finger that the clock has kept up with stays where it was in the window.
+        onUpdated: {
+            const isAlone = point1.pressed && !point2.pressed;
+            for (const finger of [point1, point2]) {
+                if (finger.isMoved || (isAlone && finger === point1))
+                    finger.locate();
+            }
+            if (isAlone && !multiPointTouchArea.isFixed)
+                point1.drag();
+            else if (multiPointTouchArea.isPinched)
+                multiPointTouchArea.calcAxis();
+            multiPointTouchArea.isPinched = false;
+        }
         onCurrentAxisChanged: {
             const a = multiPointTouchArea.startedAxis - multiPointTouchArea.currentAxis;
             const start = multiPointTouchArea.windowStartRect;
@@ -544,9 +593,7 @@ Window {
             const p = a / 2;
             if (!isFinite(a) || !isFinite(side) || !isFinite(p) || !rootWindow.isSide(side))
                 return;
-            rootWindow.setSide(side);
-            rootWindow.x = start.x + p;
-            rootWindow.y = start.y + p;
+            rootWindow.setGeometry(start.x + p, start.y + p, side, side);
             rootWindow.updateMask();
             rootWindow.lazySaveConfig();
         }
@@ -567,6 +614,7 @@ Window {
         touchPoints: ResizeTouch {
             id: resizeTouchBottomRight
 
+            handle: resizeHandleBottomRight
             growX: 1
             growY: 1
         }
@@ -579,6 +627,7 @@ Window {
         touchPoints: ResizeTouch {
             id: resizeTouchTopRight
 
+            handle: resizeHandleTopRight
             growX: 1
             growY: -1
         }
@@ -591,6 +640,7 @@ Window {
         touchPoints: ResizeTouch {
             id: resizeTouchBottomLeft
 
+            handle: resizeHandleBottomLeft
             growX: -1
             growY: 1
         }
@@ -603,13 +653,15 @@ Window {
         touchPoints: ResizeTouch {
             id: resizeTouchTopLeft
 
+            handle: resizeHandleTopLeft
             growX: -1
             growY: -1
         }
     }
 
     Connections {
-        function onQuitByQml() {
+        // The signal has no parameter: intentional.
+        function onQuitByQml(enabled: bool) {
             Qt.quit();
         }
 

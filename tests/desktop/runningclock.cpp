@@ -3,6 +3,8 @@
 
 #include "tests/desktop/runningclock.h"
 
+#include "tests/desktop/xinput.h"
+
 #include "config/maker.h"
 #include "tests/desktop/processmemory.h"
 
@@ -184,6 +186,14 @@ std::optional<int> RunningClock::waitForExit()
         || m_process.exitStatus() != QProcess::NormalExit)
         return std::nullopt;
     return m_process.exitCode();
+}
+
+bool RunningClock::dragTo(QPoint topLeft) const
+{
+    const QRect from = m_window.geometry();
+    XInput::drag({from.center(), from.center() + topLeft - from.topLeft()});
+    return QTest::qWaitFor(
+        [&] { return m_window.geometry() == QRect(topLeft, from.size()); }, limitMs);
 }
 
 void RunningClock::signal(int signal) const { ::kill(pid_t(pid()), signal); }

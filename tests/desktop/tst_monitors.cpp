@@ -208,9 +208,7 @@ void TestMonitors::savesItsPlaceWhileHidden()
         settingsAt(place.translated(-50, 20), {{u"KeepPositionWhenMonitorDetatched"_s, true}})));
     RunningClock clock(home);
     QVERIFY(clock.waitForWindow());
-    clock.window().setGeometry(place);
-    QTRY_COMPARE(clock.window().geometry(), place);
-    QTest::qWait(2500); // it settles, for which the clock takes a second
+    QVERIFY(clock.dragTo(place.topLeft()));
     QVERIFY(removeSecondMonitor());
     QTRY_VERIFY_WITH_TIMEOUT(!clock.window().isMapped(), limitMs);
     clock.signal(SIGTERM);

@@ -189,8 +189,8 @@ void TestOwnWindow::comesToTheTaskbarAndGoes()
 void TestOwnWindow::savesWhenTheSessionEnds()
 {
     const QRect moved = place.translated(31, 17);
-    window().setGeometry(moved);
-    QTRY_COMPARE(m_window->geometry(), moved);
+    m_window->setGeometry(moved);
+    QTRY_COMPARE(window().geometry(), moved);
     QVERIFY(m_home.storedGeometry() != QRectF(moved));
     // As a session manager has it done, of which there is none here.
     auto *application = QGuiApplicationPrivate::instance();

@@ -35,7 +35,7 @@ QJsonObject probeTexts()
 } // namespace
 
 // The program's own catalogue has the name of the test's and may be found before it.
-static void removeOwnCatalogue() { Q_CLEANUP_RESOURCE(vesper_translations); }
+static void removeOwnCatalogue() { Q_CLEANUP_RESOURCE(vesper_application); }
 
 QJsonObject TranslatorProbe::english()
 {
