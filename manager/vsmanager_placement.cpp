@@ -71,8 +71,8 @@ void VsManager::placeFirstClock()
         return;
     constexpr int margin = 24;
     const QRect room = screen->availableGeometry();
-    m_mainWindow->setPosition(room.x() + room.width() - margin - m_mainWindow->width(),
-        room.y() + margin);
+    m_mainWindow->setPosition(
+        room.x() + room.width() - margin - m_mainWindow->width(), room.y() + margin);
 }
 
 WindowPlacement &VsManager::placement() { return m_nativeEventFilter->placement(); }

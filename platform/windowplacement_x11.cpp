@@ -136,8 +136,7 @@ void WindowPlacement::reportPlace()
     event.event = idOf(*m_window);
     event.window = event.event;
     writeGeometry(event, native);
-    xcb_send_event(
-        xcb, 0, event.window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<char *>(&event));
+    xcb_send_event(xcb, 0, event.window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<char *>(&event));
     xcb_flush(xcb);
 }
 

@@ -69,8 +69,8 @@ public:
     /// crashes.
     [[nodiscard]] std::optional<int> waitForExit();
 
-    /// Drags the clock by its middle until its corner is at \a topLeft, as a user would. False if it
-    /// does not get there.
+    /// Drags the clock by its middle until its corner is at \a topLeft, as a user would. False if
+    /// it does not get there.
     [[nodiscard]] bool dragTo(QPoint topLeft) const;
     /// Sends \a signal to the program.
     void signal(int signal) const;
