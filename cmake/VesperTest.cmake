@@ -44,7 +44,7 @@ function(vesper_add_test kind name)
         TIMEOUT_SIGNAL_NAME SIGTERM TIMEOUT_SIGNAL_GRACE_PERIOD 10 ${properties})
 endfunction()
 
-# vesper_add_desktop_run(test variant VARIABLE=VALUE [FUNCTIONS...])
+# vesper_add_desktop_run(test variant VARIABLE=VALUE[;VARIABLE=VALUE...] [FUNCTIONS...])
 # Runs a desktop test once more in another environment, under another window manager for example:
 # they differ in what they do behind a program's back. Only the FUNCTIONS, if there are any.
 function(vesper_add_desktop_run test variant environment)
@@ -52,6 +52,6 @@ function(vesper_add_desktop_run test variant environment)
     add_test(NAME ${name}
         COMMAND "${PROJECT_SOURCE_DIR}/tools/desktop/with-desktop" $<TARGET_FILE:${test}> ${ARGN})
     set_tests_properties(${name} PROPERTIES
-        LABELS desktop TIMEOUT 300 ENVIRONMENT ${environment} RUN_SERIAL TRUE
+        LABELS desktop TIMEOUT 300 ENVIRONMENT "${environment}" RUN_SERIAL TRUE
         TIMEOUT_SIGNAL_NAME SIGTERM TIMEOUT_SIGNAL_GRACE_PERIOD 10)
 endfunction()

@@ -5,6 +5,7 @@
 // VESPER_MONITOR_SECONDS is how long they do so every second.
 
 #include "tests/desktop/clockmenu.h"
+#include "tests/desktop/monitors.h"
 #include "tests/desktop/runningclock.h"
 
 #include <QtCore/qrandom.h>
@@ -22,41 +23,16 @@ namespace
 constexpr int limitMs = 10'000;
 constexpr QRect place(1300, 410, 240, 240); // on the second monitor
 constexpr QRect nearestPlace(720, 410, 240, 240); // the same, on the first one alone
-const auto left = u"960/254x1080/286+0+0"_s;
-const auto right = u"960/254x1080/286+960+0"_s;
-
-bool callXrandr(const QStringList &arguments)
-{
-    QProcess xrandr;
-    xrandr.start(u"xrandr"_s, arguments);
-    return xrandr.waitForFinished() && xrandr.exitStatus() == QProcess::NormalExit
-        && xrandr.exitCode() == 0;
-}
-
-bool waitForScreens(int count)
-{
-    return QTest::qWaitFor([count] { return QGuiApplication::screens().size() == count; });
-}
-
-bool removeSecondMonitor()
-{
-    return callXrandr({u"--delmonitor"_s, u"right"_s}) && waitForScreens(1);
-}
-
-bool addSecondMonitor(const QString &as = right)
-{
-    return callXrandr({u"--setmonitor"_s, u"right"_s, as, u"none"_s}) && waitForScreens(2);
-}
 
 // What the second monitor can become: gone, farther to the left, smaller, lower, or as it was.
-const QStringList changes{QString(), u"960/254x1080/286+700+0"_s, u"640/169x480/127+960+0"_s,
-    u"960/254x780/206+960+300"_s, right};
+const QList<QRect> changes{QRect(), QRect(700, 0, 960, 1080), QRect(960, 0, 640, 480),
+    QRect(960, 300, 960, 780), Monitors::right};
 
 // A monitor goes and comes as another, which a program sees as one change.
-bool changeSecondMonitor(const QString &to)
+bool changeSecondMonitor(QRect to)
 {
-    return (QGuiApplication::screens().size() == 1 || removeSecondMonitor())
-        && (to.isEmpty() || addSecondMonitor(to));
+    return (!Monitors::has(u"right"_s) || Monitors::removeRight())
+        && (to.isNull() || Monitors::addRight(to));
 }
 
 } // namespace
@@ -83,15 +59,14 @@ private Q_SLOTS:
 
 void TestMonitors::initTestCase()
 {
-    const auto output = QGuiApplication::primaryScreen()->name();
-    QVERIFY(callXrandr({u"--setmonitor"_s, u"left"_s, left, output}));
-    QVERIFY(addSecondMonitor());
+    QVERIFY(Monitors::divide());
+    QVERIFY(Monitors::addRight());
 }
 
 void TestMonitors::init()
 {
     QTest::failOnWarning();
-    QVERIFY(QGuiApplication::screens().size() == 2 || addSecondMonitor());
+    QVERIFY(Monitors::has(u"right"_s) || Monitors::addRight());
 }
 
 void TestMonitors::comesBackWithItsMonitor_data()
@@ -118,12 +93,12 @@ void TestMonitors::comesBackWithItsMonitor()
     QCOMPARE(clock.window().geometry(), place);
 
     for (int i = 0; i < 10; ++i) {
-        QVERIFY(removeSecondMonitor());
+        QVERIFY(Monitors::removeRight());
         if (keepPosition)
             QTRY_VERIFY_WITH_TIMEOUT(!clock.window().isMapped(), limitMs);
         else
             QTRY_COMPARE_WITH_TIMEOUT(clock.window().geometry(), nearestPlace, limitMs);
-        QVERIFY(addSecondMonitor());
+        QVERIFY(Monitors::addRight());
         const auto isBack
             = [&] { return clock.window().isMapped() && clock.window().geometry() == place; };
         QVERIFY(QTest::qWaitFor(isBack, limitMs));
@@ -142,7 +117,7 @@ void TestMonitors::livesOnAfterTheFirstLoss()
     QVERIFY(home.writeSettings(settingsAt(place, {{u"KeepPositionWhenMonitorDetatched"_s, true}})));
     RunningClock clock(home);
     QVERIFY(clock.waitForWindow());
-    QVERIFY(removeSecondMonitor());
+    QVERIFY(Monitors::removeRight());
     QTRY_VERIFY_WITH_TIMEOUT(!clock.window().isMapped(), limitMs);
     QTest::qWait(3000); // nothing is to bring it back or end it
     QVERIFY(!clock.window().isMapped());
@@ -163,13 +138,13 @@ void TestMonitors::livesOnWhenItsOtherWindowCloses()
     };
     QTRY_COMPARE(others().size(), 1);
     QTRY_VERIFY(others().first().isMapped());
-    QVERIFY(removeSecondMonitor());
+    QVERIFY(Monitors::removeRight());
     QTRY_VERIFY_WITH_TIMEOUT(!clock.window().isMapped(), limitMs);
     others().first().close();
     QTRY_VERIFY(others().isEmpty());
     QTest::qWait(2000); // the program is not to end with what seems to be its last window
     QVERIFY(clock.isRunning());
-    QVERIFY(addSecondMonitor());
+    QVERIFY(Monitors::addRight());
     QTRY_VERIFY_WITH_TIMEOUT(clock.window().isMapped(), limitMs);
 }
 
@@ -191,11 +166,11 @@ void TestMonitors::stayingMonitorChangesNothing()
         settingsAt(here, {{u"KeepPositionWhenMonitorDetatched"_s, keepPosition}})));
     RunningClock clock(home);
     QVERIFY(clock.waitForWindow());
-    QVERIFY(removeSecondMonitor());
+    QVERIFY(Monitors::removeRight());
     QTest::qWait(2000); // nothing is to happen
     QVERIFY(clock.window().isMapped());
     QCOMPARE(clock.window().geometry(), here);
-    QVERIFY(addSecondMonitor());
+    QVERIFY(Monitors::addRight());
     QTest::qWait(1000);
     QVERIFY(clock.window().isMapped());
     QCOMPARE(clock.window().geometry(), here);
@@ -209,7 +184,7 @@ void TestMonitors::savesItsPlaceWhileHidden()
     RunningClock clock(home);
     QVERIFY(clock.waitForWindow());
     QVERIFY(clock.dragTo(place.topLeft()));
-    QVERIFY(removeSecondMonitor());
+    QVERIFY(Monitors::removeRight());
     QTRY_VERIFY_WITH_TIMEOUT(!clock.window().isMapped(), limitMs);
     clock.signal(SIGTERM);
     QCOMPARE(clock.waitForExit(), 0);
@@ -292,7 +267,7 @@ void TestMonitors::monitorsThatNeverRest()
         if (second == warmUp)
             privateKiB = clock.privateKiB();
     }
-    QVERIFY(changeSecondMonitor(right));
+    QVERIFY(changeSecondMonitor(Monitors::right));
     QTest::qWait(3000); // it settles and is moved, if need be
     QVERIFY(clock.isRunning());
     QTRY_VERIFY(clock.window().isMapped());

@@ -29,7 +29,9 @@ enum Key {
     F5Key = 0xFFC2,
     F10Key = 0xFFC7,
     ShiftKey = 0xFFE1,
-    LeftControlKey = 0xFFE3
+    LeftControlKey = 0xFFE3,
+    LeftAltKey = 0xFFE9,
+    LeftSuperKey = 0xFFEB
 };
 
 /// In pixels of the screen.

@@ -355,6 +355,20 @@ QMargins XWindow::frame() const
     return {int(extents.left), int(extents.top), int(extents.right), int(extents.bottom)};
 }
 
+XWindow XWindow::outermost() const
+{
+    auto *xcb = server().xcb;
+    for (xcb_window_t window = m_id;;) {
+        const Owned<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(xcb, xcb_query_tree(xcb, window), nullptr));
+        if (!tree)
+            return {};
+        if (tree->parent == tree->root || tree->parent == XCB_WINDOW_NONE)
+            return XWindow(window);
+        window = tree->parent;
+    }
+}
+
 void XWindow::setGeometry(QRect rectangle) const
 {
     const std::array values{uint32_t(rectangle.x()), uint32_t(rectangle.y()),
@@ -437,6 +451,17 @@ QRegion XWindow::region(int kind) const
     return result;
 }
 
+// Everything that has been sent to a connection when the server answers it.
+template <typename Handle> static void takeEvents(xcb_connection_t *xcb, Handle handle)
+{
+    const Owned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(xcb)})
+        handle(*event);
+}
+
+constexpr int sentByAClient = 0x80; // a mark in an event's type
+
 XWindowWatch::XWindowWatch()
     : m_xcb(xcb_connect(nullptr, nullptr))
 {
@@ -450,11 +475,33 @@ XWindowWatch::~XWindowWatch() { xcb_disconnect(m_xcb); }
 
 int XWindowWatch::mappedWindows() const
 {
-    // Whatever has happened has been sent when the server answers this.
-    const Owned<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(m_xcb, xcb_get_input_focus(m_xcb), nullptr));
-    constexpr int sentByAClient = 0x80;
-    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_xcb)})
-        m_mapped += (event->response_type & ~sentByAClient) == XCB_MAP_NOTIFY;
+    takeEvents(m_xcb, [this](const xcb_generic_event_t &event) {
+        m_mapped += (event.response_type & ~sentByAClient) == XCB_MAP_NOTIFY;
+    });
     return m_mapped;
+}
+
+XGeometryWatch::XGeometryWatch(XWindow window)
+    : m_xcb(xcb_connect(nullptr, nullptr))
+    , m_window(window.outermost().id())
+{
+    const uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_xcb, m_window, XCB_CW_EVENT_MASK, &events);
+    geometries(); // waits for the server
+}
+
+XGeometryWatch::~XGeometryWatch() { xcb_disconnect(m_xcb); }
+
+QList<QRect> XGeometryWatch::geometries() const
+{
+    takeEvents(m_xcb, [this](const xcb_generic_event_t &event) {
+        // One that a client has sent is not what the server did.
+        if (event.response_type != XCB_CONFIGURE_NOTIFY)
+            return;
+        const auto &notify = reinterpret_cast<const xcb_configure_notify_event_t &>(event);
+        const QRect geometry(notify.x, notify.y, notify.width, notify.height);
+        if (m_geometries.isEmpty() || m_geometries.last() != geometry) // else only restacked
+            m_geometries.append(geometry);
+    });
+    return m_geometries;
 }

@@ -69,6 +69,9 @@ public:
     bool isShaped() const;
     QRegion shape() const;
     QRegion inputShape() const;
+    /// The child of the root that contains it: the window manager's frame, even an invisible one,
+    /// or the window itself.
+    XWindow outermost() const;
     /// What the window manager has put around it; null for a window without decorations.
     QMargins frame() const;
 
@@ -105,4 +108,23 @@ public:
 private:
     xcb_connection_t *m_xcb;
     mutable int m_mapped = 0;
+};
+
+/// Records every geometry that a window gets.
+class XGeometryWatch
+{
+public:
+    /// Watches the frame if there is one: it has the same geometry, as the clock has no
+    /// decorations.
+    explicit XGeometryWatch(XWindow window);
+    Q_DISABLE_COPY_MOVE(XGeometryWatch)
+    ~XGeometryWatch();
+
+    /// All since the start of the watch, in pixels of the screen.
+    QList<QRect> geometries() const;
+
+private:
+    xcb_connection_t *m_xcb;
+    uint32_t m_window;
+    mutable QList<QRect> m_geometries;
 };

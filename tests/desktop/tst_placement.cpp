@@ -1,0 +1,485 @@
+// SPDX-FileCopyrightText: 2026 Marrowby Inc.
+// SPDX-License-Identifier: MIT
+
+// Where the clock is after monitors have gone and come, in combination with everything else that
+// moves, hides or stores it. There are two monitors side by side, and sometimes a third.
+
+#include "tests/desktop/monitors.h"
+#include "tests/desktop/runningclock.h"
+#include "tests/desktop/statusnotifierhost.h"
+#include "tests/desktop/xinput.h"
+
+#include <QtGui/qguiapplication.h>
+#include <QtGui/qrasterwindow.h>
+#include <QtGui/qscreen.h>
+#include <QtTest/qtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int limitMs = 10'000;
+// Longer than the clock takes to answer a change of the monitors and to correct the answer.
+constexpr int calmMs = 2000;
+constexpr QRect place(1300, 410, 240, 240); // on the right monitor
+constexpr QRect nearestPlace(720, 410, 240, 240); // the same, on the left one alone
+constexpr QRect third(1920, 0, 960, 1080);
+const QPoint hold(31, -17); // where it is taken, from its centre
+
+// Uses a control of the program's windows as a screen reader does.
+bool pressControl(qint64 pid, const QString &name)
+{
+    QProcess script;
+    script.setProcessChannelMode(QProcess::ForwardedChannels);
+    script.start(u"python3"_s,
+        {u"-B"_s, u"-Wignore"_s,
+            QStringLiteral(VESPER_SOURCE_FOLDER "/tests/desktop/accessible_press.py"),
+            QString::number(pid), name});
+    return script.waitForFinished() && script.exitStatus() == QProcess::NormalExit
+        && script.exitCode() == 0;
+}
+
+// Windows of some other program that is topmost.
+class TopmostWindow : public QRasterWindow
+{
+public:
+    explicit TopmostWindow(QRect geometry)
+    {
+        setFlag(Qt::WindowStaysOnTopHint);
+        setGeometry(geometry);
+        show();
+    }
+
+    XWindow nativeWindow() const { return XWindow(uint32_t(winId())); }
+};
+
+} // namespace
+
+class TestPlacement : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void firstClockIsAtTheTopRight();
+    void centeredFromTheTrayItStaysInSight();
+    void restoredWithoutItsMonitorItIsOnTheNearest();
+    void startsWithoutItsMonitor_data();
+    void startsWithoutItsMonitor();
+    void goesToTheMonitorThatComesLate_data();
+    void goesToTheMonitorThatComesLate();
+    void staysWhereTheUserPutItMeanwhile();
+    void appearsWhenItIsNoLongerKept();
+    void isRescuedAfterASecondChange_data();
+    void isRescuedAfterASecondChange();
+    void userAloneDecidesWhereItBelongs_data();
+    void userAloneDecidesWhereItBelongs();
+    void staysMinimizedWithoutItsMonitor_data();
+    void staysMinimizedWithoutItsMonitor();
+    void isRestoredToThePixel();
+    void startsDoNotMoveIt();
+    void windowManagersMoveIsTheUsers();
+    void clocksDoNotFightEachOther();
+
+private:
+    void start(QRect geometry = place, bool keepPosition = false, const QJsonObject &others = {});
+    /// Ends the clock as the end of the session does, and returns what it has stored.
+    QRect stored();
+    XWindow window() const { return m_clock->window(); }
+    QRect geometry() const { return window().geometry(); }
+    /// Where it goes from \a geometry within a while; nothing if it stays there, on the screen.
+    QString leaves(QRect geometry) const;
+    bool isVisibleOnAScreen() const { return window().isMapped() && Monitors::show(geometry()); }
+    bool minimize() const;
+    void dragBy(QPoint way) const;
+
+    std::unique_ptr<ClockHome> m_home;
+    std::unique_ptr<RunningClock> m_clock;
+};
+
+void TestPlacement::initTestCase() { QVERIFY(Monitors::divide()); }
+
+void TestPlacement::init()
+{
+    QTest::failOnWarning();
+    QVERIFY(!Monitors::has(u"third"_s) || Monitors::remove(u"third"_s));
+    QVERIFY(Monitors::has(u"right"_s) || Monitors::addRight());
+    XInput::moveTo({20, 1060}); // beside the clock, on the left monitor
+    m_home = std::make_unique<ClockHome>();
+}
+
+void TestPlacement::cleanup()
+{
+    m_clock.reset();
+    m_home.reset();
+}
+
+void TestPlacement::start(QRect geometry, bool keepPosition, const QJsonObject &others)
+{
+    QJsonObject settings = settingsAt(geometry, others);
+    settings.insert(u"KeepPositionWhenMonitorDetatched"_s, keepPosition);
+    QVERIFY(m_home->writeSettings(settings));
+    m_clock = std::make_unique<RunningClock>(
+        *m_home, ClockStart{.environment = {{u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s}}});
+    if (!Monitors::show(geometry)) {
+        QVERIFY(m_clock->waitForMappedWindow());
+        return;
+    }
+    QVERIFY(m_clock->waitForWindow());
+    QTRY_COMPARE(window().geometry(), geometry);
+    QTRY_VERIFY(window().states().contains("SKIP_TASKBAR"));
+}
+
+QRect TestPlacement::stored()
+{
+    m_clock->signal(SIGTERM);
+    return m_clock->waitForExit() == 0 ? m_home->storedGeometry().toRect() : QRect();
+}
+
+QString TestPlacement::leaves(QRect expected) const
+{
+    QRect seen;
+    bool isMapped = true;
+    const auto hasLeft = [&] {
+        seen = geometry();
+        isMapped = window().isMapped();
+        return !isMapped || seen != expected;
+    };
+    if (!QTest::qWaitFor(hasLeft, calmMs))
+        return {};
+    QString text;
+    QDebug(&text).nospace() << (isMapped ? "moved to " : "hidden at ") << seen;
+    return text;
+}
+
+bool TestPlacement::minimize() const
+{
+    window().minimize();
+    // It has a taskbar entry to bring it back with.
+    return QTest::qWaitFor(
+        [this] { return !window().isMapped() && !window().states().contains("SKIP_TASKBAR"); });
+}
+
+void TestPlacement::dragBy(QPoint way) const
+{
+    const QPoint from = geometry().center() + hold;
+    XInput::drag({from, from + way / 2, from + way});
+}
+
+void TestPlacement::firstClockIsAtTheTopRight()
+{
+    constexpr int margin = 24;
+    constexpr QSize firstSize(320, 320);
+    m_clock = std::make_unique<RunningClock>(*m_home);
+    QVERIFY(m_clock->waitForWindow());
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint topLeft(
+        screen.x() + screen.width() - margin - firstSize.width(), screen.y() + margin);
+    QTRY_COMPARE(geometry(), QRect(topLeft, firstSize));
+    QCOMPARE(leaves(QRect(topLeft, firstSize)), QString());
+    QCOMPARE(stored(), QRect(topLeft, firstSize));
+}
+
+void TestPlacement::centeredFromTheTrayItStaysInSight()
+{
+    const StatusNotifierHost host;
+    start(place, true);
+    QTRY_COMPARE(host.items().size(), 1);
+    QTRY_VERIFY(host.menuTexts().contains(u"Quit"_s));
+    QVERIFY(Monitors::removeRight());
+    QTRY_VERIFY_WITH_TIMEOUT(!window().isMapped(), limitMs);
+    QVERIFY(host.choose(u"Center at This Monitor"_s));
+    QRect centered = place;
+    centered.moveCenter(Monitors::left.center());
+    QTRY_VERIFY_WITH_TIMEOUT(window().isMapped() && geometry() == centered, limitMs);
+    QVERIFY(Monitors::add(u"third"_s, third));
+    QCOMPARE(leaves(centered), QString());
+    QVERIFY(Monitors::remove(u"third"_s));
+    QCOMPARE(leaves(centered), QString());
+    QCOMPARE(stored(), centered);
+}
+
+void TestPlacement::restoredWithoutItsMonitorItIsOnTheNearest()
+{
+    start();
+    QVERIFY(minimize());
+    QVERIFY(Monitors::removeRight());
+    QTest::qWait(calmMs); // nothing is to bring it back
+    QVERIFY(!window().isMapped());
+    window().activate();
+    QTRY_VERIFY_WITH_TIMEOUT(window().isMapped() && geometry() == nearestPlace, limitMs);
+    QCOMPARE(leaves(nearestPlace), QString());
+    QCOMPARE(stored(), place);
+}
+
+void TestPlacement::startsWithoutItsMonitor_data()
+{
+    QTest::addColumn<bool>("keepPosition");
+
+    QTest::newRow("kept") << true;
+    QTest::newRow("not kept") << false;
+}
+
+void TestPlacement::startsWithoutItsMonitor()
+{
+    QFETCH(bool, keepPosition);
+
+    QVERIFY(Monitors::removeRight());
+    start(place, keepPosition);
+    if (!keepPosition)
+        QTRY_VERIFY_WITH_TIMEOUT(isVisibleOnAScreen(), limitMs);
+    QTest::qWait(calmMs); // whatever moves it has done so
+    if (!keepPosition)
+        QVERIFY(isVisibleOnAScreen());
+    QCOMPARE(stored(), place);
+
+    QVERIFY(Monitors::addRight());
+    m_clock = std::make_unique<RunningClock>(*m_home);
+    QVERIFY(m_clock->waitForWindow());
+    QTRY_COMPARE(geometry(), place);
+    QCOMPARE(leaves(place), QString());
+    QCOMPARE(stored(), place);
+}
+
+void TestPlacement::goesToTheMonitorThatComesLate_data()
+{
+    QTest::addColumn<bool>("keepPosition");
+    QTest::addColumn<int>("afterMs");
+
+    QTest::newRow("kept") << true << 3000;
+    QTest::newRow("not kept") << false << 3000;
+    QTest::newRow("not kept, much later") << false << 12'000;
+}
+
+void TestPlacement::goesToTheMonitorThatComesLate()
+{
+    QFETCH(bool, keepPosition);
+    QFETCH(int, afterMs);
+
+    QVERIFY(Monitors::removeRight());
+    start(place, keepPosition);
+    if (!keepPosition)
+        QTRY_VERIFY_WITH_TIMEOUT(isVisibleOnAScreen(), limitMs);
+    QTest::qWait(afterMs); // the monitor takes that long
+    QVERIFY(Monitors::addRight());
+    QTRY_VERIFY_WITH_TIMEOUT(window().isMapped() && geometry() == place, limitMs);
+    QCOMPARE(leaves(place), QString());
+    QCOMPARE(stored(), place);
+}
+
+void TestPlacement::staysWhereTheUserPutItMeanwhile()
+{
+    QVERIFY(Monitors::removeRight());
+    start();
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), nearestPlace, limitMs);
+    QTest::qWait(calmMs);
+    QCOMPARE(geometry(), nearestPlace);
+    const QPoint way(-300, 120);
+    dragBy(way);
+    QTRY_COMPARE(geometry(), nearestPlace.translated(way));
+    QVERIFY(Monitors::addRight());
+    QCOMPARE(leaves(nearestPlace.translated(way)), QString());
+    QCOMPARE(stored(), nearestPlace.translated(way));
+}
+
+void TestPlacement::appearsWhenItIsNoLongerKept()
+{
+    const StatusNotifierHost host;
+    start(place, true);
+    QTRY_COMPARE(host.items().size(), 1);
+    QTRY_VERIFY(host.menuTexts().contains(u"Quit"_s));
+    QVERIFY(Monitors::removeRight());
+    QTRY_VERIFY_WITH_TIMEOUT(!window().isMapped(), limitMs);
+    QVERIFY(host.choose(u"Settings..."_s));
+    QTRY_VERIFY(XWindow::allOfProcess(m_clock->pid()).size() >= 1);
+    QVERIFY(
+        pressControl(m_clock->pid(), u"Maintain Position even when the Monitor is Disconnected"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(isVisibleOnAScreen(), 2000);
+    QCOMPARE(leaves(geometry()), QString());
+    QCOMPARE(stored(), place);
+}
+
+void TestPlacement::isRescuedAfterASecondChange_data()
+{
+    QTest::addColumn<QRect>("moved");
+
+    QTest::newRow("moved onto the other monitor") << QRect(100, 200, 240, 240);
+    QTest::newRow("moved off every screen") << QRect(-4000, -3000, 240, 240);
+    QTest::newRow("not moved") << QRect();
+}
+
+// The window system's moves may come at any time, so another program stands in for it.
+void TestPlacement::isRescuedAfterASecondChange()
+{
+    QFETCH(QRect, moved);
+
+    start();
+    QVERIFY(Monitors::removeRight());
+    if (!moved.isNull())
+        window().setGeometry(moved);
+    QTest::qWait(300); // the clock has seen the first change by then
+    QVERIFY(Monitors::add(u"third"_s, third));
+    QTest::qWait(calmMs);
+    QVERIFY2(
+        isVisibleOnAScreen(), qPrintable(u"at %1, %2"_s.arg(geometry().x()).arg(geometry().y())));
+    QCOMPARE(geometry().size(), place.size());
+    QCOMPARE(leaves(geometry()), QString());
+    QCOMPARE(stored(), place);
+}
+
+void TestPlacement::userAloneDecidesWhereItBelongs_data()
+{
+    QTest::addColumn<bool>("byUser");
+
+    QTest::newRow("dragged by the user") << true;
+    QTest::newRow("moved by another program") << false;
+}
+
+void TestPlacement::userAloneDecidesWhereItBelongs()
+{
+    QFETCH(bool, byUser);
+
+    start();
+    QVERIFY(Monitors::removeRight());
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), nearestPlace, limitMs);
+    QTest::qWait(calmMs);
+    const QPoint way(-300, 120);
+    if (byUser)
+        dragBy(way);
+    else
+        window().setGeometry(nearestPlace.translated(way));
+    const QRect moved = nearestPlace.translated(way);
+    QTRY_COMPARE(geometry(), moved);
+    QVERIFY(Monitors::addRight());
+    const QRect expected = byUser ? moved : place;
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), expected, limitMs);
+    QCOMPARE(leaves(expected), QString());
+    QCOMPARE(stored(), expected);
+}
+
+void TestPlacement::staysMinimizedWithoutItsMonitor_data()
+{
+    QTest::addColumn<bool>("keepPosition");
+
+    QTest::newRow("kept") << true;
+    QTest::newRow("not kept") << false;
+}
+
+void TestPlacement::staysMinimizedWithoutItsMonitor()
+{
+    QFETCH(bool, keepPosition);
+
+    start(place, keepPosition);
+    const auto isMapped = [this] { return window().isMapped(); };
+    const int rounds = keepPosition ? 2 : 1;
+    for (int i = 0; i < rounds; ++i) {
+        QVERIFY(minimize());
+        QVERIFY(Monitors::removeRight());
+        QVERIFY(!QTest::qWaitFor(isMapped, calmMs));
+        QVERIFY(Monitors::addRight());
+        QVERIFY(!QTest::qWaitFor(isMapped, calmMs));
+        window().activate();
+        QTRY_VERIFY(window().isMapped() && geometry() == place);
+        QCOMPARE(leaves(place), QString());
+    }
+    QCOMPARE(stored(), place);
+}
+
+void TestPlacement::isRestoredToThePixel()
+{
+    start();
+    for (int i = 0; i < 12; ++i) {
+        QVERIFY(minimize());
+        QTest::qWait(250); // no hand is faster
+        window().activate();
+        QTRY_VERIFY(window().isMapped() && window().states().contains("SKIP_TASKBAR"));
+        QTRY_COMPARE(geometry(), place);
+        QTest::qWait(300); // for whatever comes late
+        QCOMPARE(geometry(), place);
+    }
+    QCOMPARE(stored(), place);
+}
+
+// Under a window manager that puts it elsewhere as well.
+void TestPlacement::startsDoNotMoveIt()
+{
+    QVERIFY(m_home->writeSettings(settingsAt(place)));
+    for (int i = 0; i < 3; ++i) {
+        m_clock = std::make_unique<RunningClock>(*m_home);
+        QVERIFY(m_clock->waitForWindow());
+        QTest::qWait(calmMs); // whatever moves it has done so
+        QCOMPARE(stored(), place);
+    }
+}
+
+void TestPlacement::windowManagersMoveIsTheUsers()
+{
+    const auto key = qEnvironmentVariable("VESPER_WM") == u"kwin_x11" ? XInput::LeftSuperKey
+                                                                      : XInput::LeftAltKey;
+    constexpr int handMs = 50;
+    start();
+    const QPoint from = place.center() + hold;
+    const QPoint way(120, 70);
+    {
+        const XInput::HeldKey held(key);
+        QTest::qWait(handMs);
+        XInput::moveTo(from);
+        XInput::press();
+        for (int i = 1; i <= 10; ++i) {
+            QTest::qWait(handMs);
+            XInput::moveTo(from + way * i / 10);
+        }
+        QTest::qWait(handMs);
+        XInput::release();
+    }
+    QTRY_VERIFY((geometry().topLeft() - place.topLeft() - way).manhattanLength() <= 10);
+    const QRect moved = geometry();
+    QCOMPARE(leaves(moved), QString());
+    QCOMPARE(stored(), moved);
+}
+
+void TestPlacement::clocksDoNotFightEachOther()
+{
+    const QJsonObject highest{{u"Topmost"_s, true}, {u"RaisePriorityOfTopmost"_s, true}};
+    start(place, false, highest);
+    const ClockHome secondHome;
+    QVERIFY(secondHome.writeSettings(settingsAt(place.translated(90, 60), highest)));
+    RunningClock second(secondHome);
+    QVERIFY(second.waitForWindow());
+    QTest::qWait(calmMs);
+
+    const auto clocks = [&] {
+        QList<XWindow> windows = XWindow::clients();
+        windows.removeIf([&](XWindow each) { return each != window() && each != second.window(); });
+        return windows;
+    };
+    QList<XWindow> last = clocks();
+    QCOMPARE(last.size(), 2);
+    int changes = 0;
+    (void)QTest::qWaitFor(
+        [&] {
+            changes += clocks() != last;
+            last = clocks();
+            return false;
+        },
+        5000);
+    QCOMPARE(changes, 0);
+
+    const TopmostWindow rival(place.adjusted(-40, -40, 200, 150));
+    for (int i = 0; i < 2; ++i) {
+        QTRY_VERIFY(rival.nativeWindow().isMapped());
+        rival.nativeWindow().raise();
+        QTest::qWait(500); // long enough for a raise that has not been carried out yet
+        QTRY_VERIFY(XWindow::clients().first() == rival.nativeWindow());
+    }
+}
+
+QTEST_MAIN(TestPlacement)
+#include "tst_placement.moc"
