@@ -99,6 +99,13 @@ private:
     QString leaves(QRect geometry) const;
     bool isVisibleOnAScreen() const { return window().isMapped() && Monitors::show(geometry()); }
     bool minimize() const;
+    /// Whether a clock that was minimised is there again. It leaves the taskbar by one more hide
+    /// and show.
+    bool isBackAt(QRect expected) const
+    {
+        return window().isMapped() && window().states().contains("SKIP_TASKBAR")
+            && geometry() == expected;
+    }
     void dragBy(QPoint way) const;
 
     std::unique_ptr<ClockHome> m_home;
@@ -215,7 +222,7 @@ void TestPlacement::restoredWithoutItsMonitorItIsOnTheNearest()
     QTest::qWait(calmMs); // nothing is to bring it back
     QVERIFY(!window().isMapped());
     window().activate();
-    QTRY_VERIFY_WITH_TIMEOUT(window().isMapped() && geometry() == nearestPlace, limitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(isBackAt(nearestPlace), limitMs);
     QCOMPARE(leaves(nearestPlace), QString());
     QCOMPARE(stored(), place);
 }
@@ -299,7 +306,6 @@ void TestPlacement::appearsWhenItIsNoLongerKept()
     QVERIFY(Monitors::removeRight());
     QTRY_VERIFY_WITH_TIMEOUT(!window().isMapped(), limitMs);
     QVERIFY(host.choose(u"Settings..."_s));
-    QTRY_VERIFY(XWindow::allOfProcess(m_clock->pid()).size() >= 1);
     QVERIFY(
         pressControl(m_clock->pid(), u"Maintain Position even when the Monitor is Disconnected"_s));
     QTRY_VERIFY_WITH_TIMEOUT(isVisibleOnAScreen(), 2000);
@@ -387,7 +393,7 @@ void TestPlacement::staysMinimizedWithoutItsMonitor()
         QVERIFY(Monitors::addRight());
         QVERIFY(!QTest::qWaitFor(isMapped, calmMs));
         window().activate();
-        QTRY_VERIFY(window().isMapped() && geometry() == place);
+        QTRY_VERIFY_WITH_TIMEOUT(isBackAt(place), limitMs);
         QCOMPARE(leaves(place), QString());
     }
     QCOMPARE(stored(), place);
