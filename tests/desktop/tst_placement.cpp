@@ -83,6 +83,7 @@ private Q_SLOTS:
     void userAloneDecidesWhereItBelongs();
     void staysMinimizedWithoutItsMonitor_data();
     void staysMinimizedWithoutItsMonitor();
+    void isRestoredToThePixel_data();
     void isRestoredToThePixel();
     void startsDoNotMoveIt();
     void windowManagersMoveIsTheUsers();
@@ -98,6 +99,13 @@ private:
     QString leaves(QRect geometry) const;
     bool isVisibleOnAScreen() const { return window().isMapped() && Monitors::show(geometry()); }
     bool minimize() const;
+    /// Whether a clock that was minimised is there again. It leaves the taskbar by one more hide
+    /// and show.
+    bool isBackAt(QRect expected) const
+    {
+        return window().isMapped() && window().states().contains("SKIP_TASKBAR")
+            && geometry() == expected;
+    }
     void dragBy(QPoint way) const;
 
     std::unique_ptr<ClockHome> m_home;
@@ -214,7 +222,7 @@ void TestPlacement::restoredWithoutItsMonitorItIsOnTheNearest()
     QTest::qWait(calmMs); // nothing is to bring it back
     QVERIFY(!window().isMapped());
     window().activate();
-    QTRY_VERIFY_WITH_TIMEOUT(window().isMapped() && geometry() == nearestPlace, limitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(isBackAt(nearestPlace), limitMs);
     QCOMPARE(leaves(nearestPlace), QString());
     QCOMPARE(stored(), place);
 }
@@ -298,7 +306,6 @@ void TestPlacement::appearsWhenItIsNoLongerKept()
     QVERIFY(Monitors::removeRight());
     QTRY_VERIFY_WITH_TIMEOUT(!window().isMapped(), limitMs);
     QVERIFY(host.choose(u"Settings..."_s));
-    QTRY_VERIFY(XWindow::allOfProcess(m_clock->pid()).size() >= 1);
     QVERIFY(
         pressControl(m_clock->pid(), u"Maintain Position even when the Monitor is Disconnected"_s));
     QTRY_VERIFY_WITH_TIMEOUT(isVisibleOnAScreen(), 2000);
@@ -386,25 +393,38 @@ void TestPlacement::staysMinimizedWithoutItsMonitor()
         QVERIFY(Monitors::addRight());
         QVERIFY(!QTest::qWaitFor(isMapped, calmMs));
         window().activate();
-        QTRY_VERIFY(window().isMapped() && geometry() == place);
+        QTRY_VERIFY_WITH_TIMEOUT(isBackAt(place), limitMs);
         QCOMPARE(leaves(place), QString());
     }
     QCOMPARE(stored(), place);
 }
 
+void TestPlacement::isRestoredToThePixel_data()
+{
+    QTest::addColumn<QRect>("where");
+
+    QTest::newRow("amid the monitor") << place;
+    QTest::newRow("in its corner")
+        << QRect(QPoint(0, 0), place.size()); // marco moves it from there
+}
+
 void TestPlacement::isRestoredToThePixel()
 {
-    start();
+    QFETCH(QRect, where);
+
+    start(where);
+    const auto isBack = [&] { return window().isMapped() && geometry() == where; };
     for (int i = 0; i < 12; ++i) {
-        QVERIFY(minimize());
-        QTest::qWait(250); // no hand is faster
+        window().minimize();
+        QTRY_VERIFY(!window().isMapped());
+        QTest::qWait(50 + i % 4 * 50); // at another moment of what the clock does meanwhile
         window().activate();
-        QTRY_VERIFY(window().isMapped() && window().states().contains("SKIP_TASKBAR"));
-        QTRY_COMPARE(geometry(), place);
-        QTest::qWait(300); // for whatever comes late
-        QCOMPARE(geometry(), place);
+        if (!QTest::qWaitFor(isBack, limitMs))
+            QCOMPARE(geometry(), where);
+        QTest::qWait(200); // for whatever comes late
+        QCOMPARE(geometry(), where);
     }
-    QCOMPARE(stored(), place);
+    QCOMPARE(stored(), where);
 }
 
 // Under a window manager that puts it elsewhere as well.
