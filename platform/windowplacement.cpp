@@ -9,6 +9,8 @@
 #include "platform/nearestscreen.h"
 
 #include <QtCore/qmetaobject.h>
+#include <QtGui/qcursor.h>
+#include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
 
 #include <utility>
@@ -81,15 +83,26 @@ void WindowPlacement::noteChange()
 {
     if (!m_window || m_window->geometry() == m_asked)
         return;
+    const QPoint way = m_window->position() - m_asked.topLeft();
     m_asked = m_window->geometry();
     if (!std::exchange(m_hearing, false)) {
         m_wanted = m_asked;
         m_isWantedKnown = true;
         m_isAnswerDue = true;
         m_settleTimer.start(answerTime);
-    } else if (!m_isWantedKnown || (m_isUserMoving && m_asked.width() == m_asked.height())) {
+    } else if (!m_isWantedKnown
+        || ((m_isUserMoving || hasPointerGone(way)) && m_asked.width() == m_asked.height())) {
         m_wanted = m_asked;
     }
+}
+
+// Some window managers report a drag only when the button has been released. The pointer has then
+// gone the same way since it was last seen on the clock.
+bool WindowPlacement::hasPointerGone(QPoint way) const
+{
+    constexpr int slackPx = 16; // it may have gone on meanwhile
+    return !m_isCorrectionDue && !way.isNull()
+        && (QCursor::pos() - m_lastPointer - way).manhattanLength() <= slackPx;
 }
 
 // Qt takes over the change as soon as the native event has been handled, and nothing tells when.
@@ -98,7 +111,7 @@ void WindowPlacement::hearNextChange()
     noteChange();
     m_hearing = true;
     // A window that has just appeared is moved by the window manager, whatever the user holds.
-    m_isUserMoving = !m_isCorrectionDue && isUserHoldingInput();
+    m_isUserMoving = !m_isCorrectionDue && (isUserHoldingButton() || isUserHoldingKey());
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -122,8 +135,14 @@ bool WindowPlacement::eventFilter(QObject *watched, QEvent *event)
             m_settleTimer.start(answerTime);
         }
         break;
+    case QEvent::Enter:
+        m_lastPointer = static_cast<QEnterEvent *>(event)->globalPosition().toPoint();
+        break;
+    case QEvent::MouseMove:
+        m_lastPointer = static_cast<QMouseEvent *>(event)->globalPosition().toPoint();
+        break;
     case QEvent::Expose:
-        lookAtExposed();
+        lookIfInPlace();
         break;
     default:
         break;
@@ -133,7 +152,7 @@ bool WindowPlacement::eventFilter(QObject *watched, QEvent *event)
 
 // What is in its place as soon as it can be seen needs no correction, and whatever comes next is
 // another program's doing. What is not may still be on its way.
-void WindowPlacement::lookAtExposed()
+void WindowPlacement::lookIfInPlace()
 {
     if (!m_isCorrectionDue || !m_isAnswerDue || !m_window->isExposed())
         return;
@@ -199,6 +218,8 @@ void WindowPlacement::settle()
         m_settleTimer.start(answerTime); // dragged, and on its way to another place already
         return;
     }
+    if (isUserHoldingButton())
+        m_isCorrectionDue = false; // dragged by the window manager, which has taken the pointer
     if (m_awaitsMonitor)
         settleWithoutMonitor();
     if (state() != State::Shown || !m_window->isExposed())

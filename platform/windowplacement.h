@@ -5,6 +5,7 @@
 
 #include <QtCore/qcoreapplication.h>
 #include <QtCore/qobject.h>
+#include <QtCore/qpoint.h>
 #include <QtCore/qpointer.h>
 #include <QtCore/qrect.h>
 #include <QtCore/qtimer.h>
@@ -73,9 +74,10 @@ Q_SIGNALS:
 
 private:
     void noteChange();
+    [[nodiscard]] bool hasPointerGone(QPoint way) const;
     void hearNextChange();
     void move(const QRect &geometry);
-    void lookAtExposed();
+    void lookIfInPlace();
     void settle();
     void settleWithoutMonitor();
     [[nodiscard]] bool isOnAnyScreen() const;
@@ -88,11 +90,13 @@ private:
     [[nodiscard]] bool isAt(const QRect &geometry) const; // and can be seen there
     void request(const QRect &geometry);
     void reportPlace();
-    [[nodiscard]] static bool isUserHoldingInput();
+    [[nodiscard]] static bool isUserHoldingButton();
+    [[nodiscard]] static bool isUserHoldingKey();
 
     QPointer<QWindow> m_window;
     const VsConfig *m_config = nullptr;
     QRect m_wanted;
+    QPoint m_lastPointer; // on the clock, in device-independent pixels of the screen
     QRect m_asked; // or seen, once the window system has settled for something else
     bool m_isWantedKnown = false; // until then any place is as good as another
     bool m_hearing = false; // the next change is the window system's

@@ -14,6 +14,8 @@ namespace
 
 HWND handleOf(const QWindow &window) { return reinterpret_cast<HWND>(window.winId()); }
 
+bool isDown(int key) { return GetAsyncKeyState(key) < 0; }
+
 } // namespace
 
 // What this thread asks for arrives inside the call; what arrives from another one is the doing of
@@ -45,12 +47,16 @@ void WindowPlacement::reportPlace()
     // Qt knows it.
 }
 
-bool WindowPlacement::isUserHoldingInput()
+bool WindowPlacement::isUserHoldingButton()
 {
-    constexpr int firstKey = VK_LBUTTON; // the mouse buttons have codes of their own
-    constexpr int lastKey = VK_OEM_CLEAR;
-    for (int key = firstKey; key <= lastKey; ++key) {
-        if (GetAsyncKeyState(key) < 0)
+    constexpr int buttons[] = {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON};
+    return std::ranges::any_of(buttons, isDown);
+}
+
+bool WindowPlacement::isUserHoldingKey()
+{
+    for (int key = VK_BACK; key <= VK_OEM_CLEAR; ++key) { // the mouse buttons come before these
+        if (isDown(key))
             return true;
     }
     return false;

@@ -77,6 +77,7 @@ void WindowPlacement::interpretNativeEvent(void *message)
         || !m_window->handle() || event->window != idOf(*m_window))
         return;
     noteChange();
+    lookIfInPlace();
     if (m_isAnswerDue)
         writeGeometry(*event, nativeGeometry(*m_window, m_asked));
     else
@@ -140,19 +141,25 @@ void WindowPlacement::reportPlace()
     xcb_flush(xcb);
 }
 
-// The window manager has grabbed what it moves windows by, so Qt knows of neither.
-bool WindowPlacement::isUserHoldingInput()
+// Qt knows nothing of input that the window manager has grabbed.
+bool WindowPlacement::isUserHoldingButton()
 {
     auto *xcb = connection();
     if (!xcb)
         return false;
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root;
-    const auto pointerCookie = xcb_query_pointer(xcb, root);
-    const auto keysCookie = xcb_query_keymap(xcb);
     const Owned<xcb_query_pointer_reply_t> pointer(
-        xcb_query_pointer_reply(xcb, pointerCookie, nullptr));
-    const Owned<xcb_query_keymap_reply_t> keys(xcb_query_keymap_reply(xcb, keysCookie, nullptr));
+        xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, root), nullptr));
     constexpr uint16_t anyButton = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
-    return (pointer && (pointer->mask & anyButton) != 0)
-        || (keys && std::ranges::any_of(keys->keys, [](uint8_t eight) { return eight != 0; }));
+    return pointer && (pointer->mask & anyButton) != 0;
+}
+
+bool WindowPlacement::isUserHoldingKey()
+{
+    auto *xcb = connection();
+    if (!xcb)
+        return false;
+    const Owned<xcb_query_keymap_reply_t> keys(
+        xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
+    return keys && std::ranges::any_of(keys->keys, [](uint8_t eight) { return eight != 0; });
 }
