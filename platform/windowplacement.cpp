@@ -102,7 +102,7 @@ bool WindowPlacement::hasPointerGone(QPoint way) const
 {
     constexpr int slackPx = 16; // it may have gone on meanwhile
     return !m_isCorrectionDue && !way.isNull()
-        && (QCursor::pos() - m_lastPointer - way).manhattanLength() <= slackPx;
+        && (m_pointerWay - way).manhattanLength() <= slackPx;
 }
 
 // Qt takes over the change as soon as the native event has been handled, and nothing tells when.
@@ -112,6 +112,7 @@ void WindowPlacement::hearNextChange()
     m_hearing = true;
     // A window that has just appeared is moved by the window manager, whatever the user holds.
     m_isUserMoving = !m_isCorrectionDue && (isUserHoldingButton() || isUserHoldingKey());
+    m_pointerWay = QCursor::pos() - m_lastPointer;
     QMetaObject::invokeMethod(
         this,
         [this] {

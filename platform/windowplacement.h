@@ -96,7 +96,8 @@ private:
     QPointer<QWindow> m_window;
     const VsConfig *m_config = nullptr;
     QRect m_wanted;
-    QPoint m_lastPointer; // on the clock, in device-independent pixels of the screen
+    QPoint m_lastPointer; // when it was last seen on the clock
+    QPoint m_pointerWay; // from there, when the window system was heard last
     QRect m_asked; // or seen, once the window system has settled for something else
     bool m_isWantedKnown = false; // until then any place is as good as another
     bool m_hearing = false; // the next change is the window system's

@@ -52,8 +52,13 @@ Window {
         lateTrayIcon.active = true;
     }
 
+    function place(left: real, top: real, width: real, height: real) {
+        wheelTurn.stop();
+        rootWindow.setGeometry(left, top, width, height);
+    }
+
     function setSide(side: real) {
-        rootWindow.setGeometry(rootWindow.x, rootWindow.y, side, side);
+        rootWindow.place(rootWindow.x, rootWindow.y, side, side);
     }
 
     function windowRect(): rect {
@@ -184,7 +189,7 @@ Window {
                 return;
             const left = corner.growX < 0 ? corner.pressedWinPos.x - diff : rootWindow.x;
             const top = corner.growY < 0 ? corner.pressedWinPos.y - diff : rootWindow.y;
-            rootWindow.setGeometry(left, top, side.width, side.height);
+            rootWindow.place(left, top, side.width, side.height);
         }
 
         x: corner.handle.x
@@ -231,9 +236,12 @@ Window {
         property bool isChangeX: false
         property bool isChangeY: false
 
-        function follow() {
-            touch.place = touch.handle.mapToGlobal(touch.x, touch.y);
-            touch.resize();
+        // The place in the area also changes when the area moves, but then the finger has not.
+        function hasMoved(): bool {
+            const place = touch.handle.mapToGlobal(touch.x, touch.y);
+            const isMoved = touch.place !== place;
+            touch.place = place;
+            return isMoved;
         }
 
         function resize() {
@@ -254,7 +262,7 @@ Window {
                 return;
             const left = touch.growX < 0 ? start.x - dd : rootWindow.x;
             const top = touch.growY < 0 ? start.y - dd : rootWindow.y;
-            rootWindow.setGeometry(left, top, side, side);
+            rootWindow.place(left, top, side, side);
         }
 
         onPressedChanged: {
@@ -265,12 +273,14 @@ Window {
                 rootWindow.lazySaveConfig();
         }
         onXChanged: {
-            touch.isChangeX = true;
-            touch.follow();
+            if (touch.hasMoved())
+                touch.isChangeX = true;
+            touch.resize();
         }
         onYChanged: {
-            touch.isChangeY = true;
-            touch.follow();
+            if (touch.hasMoved() || touch.isChangeX)
+                touch.isChangeY = true;
+            touch.resize();
         }
     }
 
@@ -418,7 +428,7 @@ Window {
             const position = mouseArea.mapToGlobal(mouse.x, mouse.y);
             const left = mouseArea.pressedWindowPos.x + (position.x - mouseArea.pressedMousePoint.x);
             const top = mouseArea.pressedWindowPos.y + (position.y - mouseArea.pressedMousePoint.y);
-            rootWindow.setGeometry(left, top, rootWindow.width, rootWindow.height);
+            rootWindow.place(left, top, rootWindow.width, rootWindow.height);
             mouseArea.moving = false;
         }
         onReleased: {
@@ -536,7 +546,7 @@ Window {
 
                 function drag() {
                     const start = multiPointTouchArea.windowStartRect;
-                    rootWindow.setGeometry(start.x + point1.travelX, start.y + point1.travelY, rootWindow.width, rootWindow.height);
+                    rootWindow.place(start.x + point1.travelX, start.y + point1.travelY, rootWindow.width, rootWindow.height);
                 }
 
                 onPressedChanged: {
@@ -593,7 +603,7 @@ Window {
             const p = a / 2;
             if (!isFinite(a) || !isFinite(side) || !isFinite(p) || !rootWindow.isSide(side))
                 return;
-            rootWindow.setGeometry(start.x + p, start.y + p, side, side);
+            rootWindow.place(start.x + p, start.y + p, side, side);
             rootWindow.updateMask();
             rootWindow.lazySaveConfig();
         }
