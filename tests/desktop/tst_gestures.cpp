@@ -4,6 +4,7 @@
 // What the X server sees of a drag, a turn of the wheel, a pull at a corner and a double click:
 // every step is one change of place and size together, and none takes an earlier one back.
 
+#include "tests/desktop/corners.h"
 #include "tests/desktop/runningclock.h"
 #include "tests/desktop/xinput.h"
 
@@ -65,32 +66,6 @@ public:
 
 private:
     static pid_t pid() { return pid_t(qEnvironmentVariableIntValue("VESPER_WM_PID")); }
-};
-
-struct Corner {
-    const char *name;
-    int growX; // +1 where a move to the right makes the clock larger
-    int growY;
-
-    // So many pixels from the corner of \a place, inward in both directions.
-    QPoint inside(QRect place, int distance) const
-    {
-        return {growX > 0 ? place.right() - distance : place.left() + distance,
-            growY > 0 ? place.bottom() - distance : place.top() + distance};
-    }
-    // What \a place becomes when only this corner moves.
-    QRect grown(QRect place, int growth) const
-    {
-        return place.adjusted(growX < 0 ? -growth : 0, growY < 0 ? -growth : 0,
-            growX > 0 ? growth : 0, growY > 0 ? growth : 0);
-    }
-    QPoint outward(int distance) const { return {distance * growX, distance * growY}; }
-};
-constexpr Corner corners[] = {
-    {"top left", -1, -1},
-    {"top right", 1, -1},
-    {"bottom right", 1, 1},
-    {"bottom left", -1, 1},
 };
 
 // Takes the steps from 1 to \a count, one every \a stepMs, as far as the machine can.
@@ -284,8 +259,10 @@ void TestGestures::cornersKeepTheOppositeOne()
         const BusyThreads busy(busyThreads);
         XInput::moveTo(from);
         XInput::press();
-        takeSteps(count, stepMs,
-            [&](int i) { XInput::moveTo(from + corner.outward(growth * i / count)); });
+        takeSteps(count, stepMs, [&](int i) {
+            const int by = growth * i / count;
+            XInput::moveTo(from + corner.outward(by, by));
+        });
         XInput::release();
         QTRY_COMPARE_WITH_TIMEOUT(clock.window().geometry(), steps.last(), limitMs);
         QTest::qWait(300); // nothing is to come after it

@@ -86,6 +86,7 @@ private Q_SLOTS:
     void isRestoredToThePixel_data();
     void isRestoredToThePixel();
     void startsDoNotMoveIt();
+    void windowManagersMoveIsTheUsers_data();
     void windowManagersMoveIsTheUsers();
     void clocksDoNotFightEachOther();
 
@@ -439,8 +440,19 @@ void TestPlacement::startsDoNotMoveIt()
     }
 }
 
+void TestPlacement::windowManagersMoveIsTheUsers_data()
+{
+    QTest::addColumn<bool>("keyLater");
+
+    QTest::newRow("key let go later") << true;
+    QTest::newRow("key let go at once") << false;
+}
+
+// openbox tells a window of such a move when the button is up again, the others at every step.
 void TestPlacement::windowManagersMoveIsTheUsers()
 {
+    QFETCH(bool, keyLater);
+
     const auto key = qEnvironmentVariable("VESPER_WM") == u"kwin_x11" ? XInput::LeftSuperKey
                                                                       : XInput::LeftAltKey;
     constexpr int handMs = 50;
@@ -458,6 +470,8 @@ void TestPlacement::windowManagersMoveIsTheUsers()
         }
         QTest::qWait(handMs);
         XInput::release();
+        if (keyLater)
+            QTest::qWait(4 * handMs);
     }
     QTRY_VERIFY((geometry().topLeft() - place.topLeft() - way).manhattanLength() <= 10);
     const QRect moved = geometry();

@@ -3,6 +3,7 @@
 
 // Resizing the clock with the wheel and at its corners.
 
+#include "tests/desktop/corners.h"
 #include "tests/desktop/runningclock.h"
 #include "tests/desktop/xinput.h"
 
@@ -16,32 +17,6 @@ namespace
 {
 
 constexpr int saveLimitMs = 15'000; // five seconds, on a machine that has more to do
-
-struct Corner {
-    const char *name;
-    int growX; // +1 where a move to the right makes the clock larger
-    int growY;
-
-    // So many pixels from the corner of \a place, inward in both directions.
-    QPoint inside(QRect place, int distance) const
-    {
-        return {growX > 0 ? place.right() - distance : place.left() + distance,
-            growY > 0 ? place.bottom() - distance : place.top() + distance};
-    }
-    // What \a place becomes when only this corner moves.
-    QRect grown(QRect place, int growth) const
-    {
-        return place.adjusted(growX < 0 ? -growth : 0, growY < 0 ? -growth : 0,
-            growX > 0 ? growth : 0, growY > 0 ? growth : 0);
-    }
-    QPoint outward(int x, int y) const { return {x * growX, y * growY}; }
-};
-constexpr Corner corners[] = {
-    {"top left", -1, -1},
-    {"top right", 1, -1},
-    {"bottom right", 1, 1},
-    {"bottom left", -1, 1},
-};
 
 constexpr QRect place(620, 410, 240, 240);
 // Along the diagonal of a grip, from the corner of the window.
