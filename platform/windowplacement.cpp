@@ -101,8 +101,7 @@ void WindowPlacement::noteChange()
 bool WindowPlacement::hasPointerGone(QPoint way) const
 {
     constexpr int slackPx = 16; // it may have gone on meanwhile
-    return !m_isCorrectionDue && !way.isNull()
-        && (m_pointerWay - way).manhattanLength() <= slackPx;
+    return !m_isCorrectionDue && !way.isNull() && (m_pointerWay - way).manhattanLength() <= slackPx;
 }
 
 // Qt takes over the change as soon as the native event has been handled, and nothing tells when.
