@@ -100,8 +100,9 @@ void WindowPlacement::noteChange()
 // gone the same way since it was last seen on the clock.
 bool WindowPlacement::hasPointerGone(QPoint way) const
 {
-    constexpr int slackPx = 16; // it may have gone on meanwhile
-    return !m_isCorrectionDue && !way.isNull() && (m_pointerWay - way).manhattanLength() <= slackPx;
+    constexpr int slackPx = 4; // it may have gone on meanwhile
+    return !m_isCorrectionDue && !m_pointerWay.isNull()
+        && (m_pointerWay - way).manhattanLength() <= slackPx;
 }
 
 // Qt takes over the change as soon as the native event has been handled, and nothing tells when.

@@ -12,7 +12,9 @@
 #include <QtTest/qsignalspy.h>
 #include <QtTest/qtest.h>
 
+#include <atomic>
 #include <memory>
+#include <thread>
 #include <utility>
 
 #include <windows.h>
@@ -84,6 +86,8 @@ private Q_SLOTS:
     void nudgesTheWindowThatWasTold();
     void lostAndNotKeepingIsLeftToWindows();
     void comesBackWhereItWas();
+    void isRescuedAfterItWasRestored();
+    void staysWhereTheUserHasMovedIt();
     void mayBeTakenAwayBeforeItComesBack();
     void dpiIsKeptFromTheClockAlone();
     void endOfSessionIsSavedAndPassed();
@@ -95,6 +99,7 @@ private:
     qintptr told(const QWindow &window, UINT message, WPARAM wParam = 0);
     static bool isVisible(const QWindow &window) { return IsWindowVisible(handle(window)); }
     static void moveTo(const QWindow &window, QPoint to);
+    static void moveFromOutside(const QWindow &window, QPoint to);
 
     ConfigHome m_home;
     std::unique_ptr<VsConfig> m_config;
@@ -144,6 +149,19 @@ void TestDisplayMessages::moveTo(const QWindow &window, QPoint to)
     SetWindowPos(handle(window), nullptr, to.x(), to.y(), 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     QCOMPARE(placeOf(window), to);
     QCoreApplication::processEvents();
+}
+
+// As Windows or another program does: not by a call of the window's own thread.
+void TestDisplayMessages::moveFromOutside(const QWindow &window, QPoint to)
+{
+    const HWND hwnd = handle(window);
+    std::atomic<bool> isOver = false;
+    const std::jthread mover([&] {
+        SetWindowPos(hwnd, nullptr, to.x(), to.y(), 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        isOver = true;
+    });
+    QVERIFY(QTest::qWaitFor([&] { return isOver.load(); }));
+    QCOMPARE(placeOf(window), to);
 }
 
 void TestDisplayMessages::nudgesAWindowWithAMonitor()
@@ -202,6 +220,37 @@ void TestDisplayMessages::comesBackWhereItWas()
     QCOMPARE(told(*m_clock, WM_DISPLAYCHANGE), 1);
     QTRY_COMPARE(m_masks->size(), 3);
     QCOMPARE(placeOf(*m_clock), place.topLeft());
+}
+
+// The system puts the clock on a monitor that is there, and the next change puts it back to where
+// there is none.
+void TestDisplayMessages::isRescuedAfterItWasRestored()
+{
+    m_config->setKeepPositionWhenMonitorDetatched(false);
+    qApp->installNativeEventFilter(m_filter.get());
+    moveTo(*m_clock, offScreen);
+    QCOMPARE(told(*m_clock, WM_DISPLAYCHANGE), untouched);
+    moveFromOutside(*m_clock, {300, 200});
+    QCOMPARE(m_filter->placement().wanted().topLeft(), offScreen);
+    QCOMPARE(told(*m_clock, WM_DISPLAYCHANGE), 1);
+    QTRY_COMPARE(placeOf(*m_clock), offScreen);
+    QTRY_COMPARE(placeOf(*m_clock), QPoint(0, 0)); // the nearest place on a screen
+    QCOMPARE(m_filter->placement().wanted().topLeft(), offScreen);
+}
+
+void TestDisplayMessages::staysWhereTheUserHasMovedIt()
+{
+    m_config->setKeepPositionWhenMonitorDetatched(false);
+    qApp->installNativeEventFilter(m_filter.get());
+    moveTo(*m_clock, offScreen);
+    QCOMPARE(told(*m_clock, WM_DISPLAYCHANGE), untouched);
+    QTRY_COMPARE(placeOf(*m_clock), QPoint(0, 0)); // it is rescued
+    m_clock->setPosition(place.topLeft());
+    m_filter->onUserMoved();
+    QCOMPARE(told(*m_clock, WM_DISPLAYCHANGE), 1);
+    QTest::qWait(1500); // the restore and what comes a second after it
+    QCOMPARE(placeOf(*m_clock), place.topLeft());
+    QCOMPARE(m_filter->placement().wanted(), place);
 }
 
 void TestDisplayMessages::mayBeTakenAwayBeforeItComesBack()
