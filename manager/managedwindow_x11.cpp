@@ -3,9 +3,10 @@
 
 #include "manager/managedwindow_x11.h"
 
+#include "platform/xcbreply.h"
+
 #include <QtCore/qbytearray.h>
 #include <QtCore/qlist.h>
-#include <QtGui/qguiapplication.h>
 
 #include <array>
 #include <memory>
@@ -16,20 +17,11 @@
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
 
+using Xcb::connection;
+using Xcb::Owned;
+
 namespace
 {
-
-struct FreeDeleter {
-    void operator()(void *reply) const { free(reply); } // xcb hands replies out from malloc
-};
-template <typename Reply> using Owned = std::unique_ptr<Reply, FreeDeleter>;
-
-// Null where the windows are not an X server's: under Wayland, offscreen.
-xcb_connection_t *connection()
-{
-    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
 
 struct HintsDeleter {
     void operator()(xcb_ewmh_connection_t *hints) const

@@ -93,6 +93,10 @@ void VsManager::connectNativeEventFilter()
     connect(filter, &VsNativeEventFilter::moveAndReturnMainWindow, this,
         &VsManager::moveAndReturnMainWindow);
     connect(filter, &VsNativeEventFilter::updateMask, this, &VsManager::updateMask);
+    connect(&filter->placement(), &WindowPlacement::shownAgain, this, [this] {
+        if (m_isTaskbarChangeDue)
+            completeTaskbarChange();
+    });
     connect(filter, &VsNativeEventFilter::aboutToMinimize, this, &VsManager::onAboutToMinimize);
     QAbstractEventDispatcher::instance()->installNativeEventFilter(filter);
 }

@@ -65,7 +65,7 @@ public:
     void setSessionLocked(bool locked);
 
     /// Brings the clock onto a screen if it lies on none and is not told to keep its place. The
-    /// stored geometry changes only with the next ordinary save.
+    /// stored geometry stays.
     void keepOnScreen();
 
     /// Puts a clock for which no geometry is stored at the top right of the primary screen, beside
@@ -259,6 +259,7 @@ private:
     QTimer m_dpiCheckTimer;
     Qt::WindowStates m_windowStates; // as last told
     int m_triesToShow = 0; // in a row, a window that the window manager has lost
+    bool m_isTaskbarChangeDue = false; // put off while the clock waits for its monitor
     bool m_isOnTaskbar = false; // as last told, whatever the configuration says
     QRect m_normalGeometry; // before the clock was minimised or its taskbar entry changed
 };

@@ -70,6 +70,7 @@ void VsManager::applyStoredGeometry()
         return;
     m_mainWindow->setPosition(stored->position); // apart: a rectangle may not hold the far edges
     m_mainWindow->resize(stored->side, stored->side);
+    placement().adoptGeometry();
 }
 
 void VsManager::filterMainWindowEvent(QEvent *event)
@@ -192,7 +193,7 @@ void VsManager::setShowOnTaskbar(bool enabled, bool storeGeometry)
     if (!m_mainWindow)
         return;
     if (m_mainWindow->windowState() != Qt::WindowMinimized && storeGeometry)
-        m_normalGeometry = m_mainWindow->geometry();
+        m_normalGeometry = placement().wanted();
     m_isOnTaskbar = enabled;
     if (enabled) {
         m_mainWindow->setFlags(m_mainWindow->flags() | Qt::Window | Qt::WindowSystemMenuHint
@@ -214,8 +215,9 @@ QRect VsManager::restorableGeometry() const
 // Brings back what the change of the flags may have lost, once it has been carried out.
 void VsManager::completeTaskbarChange()
 {
-    if (placement().state() == WindowPlacement::State::AwaitingMonitor)
-        return; // the show that ends this finds all that has been set
+    m_isTaskbarChangeDue = placement().state() == WindowPlacement::State::AwaitingMonitor;
+    if (m_isTaskbarChangeDue)
+        return; // until it is shown again
     m_mainWindow->hide();
     WindowStyle::setWindowToolStyle(m_mainWindow->winId(), !m_isOnTaskbar);
     m_mainWindow->show();
@@ -247,5 +249,5 @@ void VsManager::makeGoodAfterShow()
 void VsManager::onAboutToMinimize()
 {
     if (m_mainWindow)
-        m_normalGeometry = m_mainWindow->geometry();
+        m_normalGeometry = placement().wanted(); // its geometry, unless it is not where it belongs
 }

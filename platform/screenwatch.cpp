@@ -24,10 +24,10 @@ ScreenWatch::ScreenWatch(QObject *parent)
     m_burstTimer.setSingleShot(true);
     m_burstTimer.setInterval(burst);
     connect(&m_burstTimer, &QTimer::timeout, this, &ScreenWatch::changed);
-    connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this] { m_burstTimer.start(); });
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &ScreenWatch::noteChange);
     connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](const QScreen *screen) {
         watch(screen);
-        m_burstTimer.start();
+        noteChange();
     });
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens)
@@ -36,5 +36,11 @@ ScreenWatch::ScreenWatch(QObject *parent)
 
 void ScreenWatch::watch(const QScreen *screen)
 {
-    connect(screen, &QScreen::geometryChanged, this, [this] { m_burstTimer.start(); });
+    connect(screen, &QScreen::geometryChanged, this, &ScreenWatch::noteChange);
+}
+
+void ScreenWatch::noteChange()
+{
+    m_burstTimer.start();
+    Q_EMIT changing();
 }

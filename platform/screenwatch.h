@@ -17,11 +17,14 @@ public:
     explicit ScreenWatch(QObject *parent = nullptr);
 
 Q_SIGNALS:
+    /// At each of the changes that changed() sums up.
+    void changing();
     /// Screens were added, removed or moved; emitted once for a burst of such changes.
     void changed();
 
 private:
     void watch(const QScreen *screen);
+    void noteChange();
 
     QTimer m_burstTimer;
 };

@@ -16,6 +16,7 @@
 VsNativeEventFilter::VsNativeEventFilter(QObject *parent)
     : QObject(parent)
 {
+    connect(&m_placement, &WindowPlacement::movedByUser, this, &VsNativeEventFilter::onUserMoved);
     startWatching();
 }
 
@@ -44,7 +45,8 @@ bool VsNativeEventFilter::handleDisplayChange(WId window)
     }
     if (m_mainWindow) {
         hideWindow(window);
-        m_placement.setAwaitsMonitor(true);
+        if (window == m_mainWindowId)
+            m_placement.setAwaitsMonitor(true);
     }
     nudge(window, rectangle.topLeft());
     return true;
@@ -71,7 +73,8 @@ void VsNativeEventFilter::onUserMoved()
 void VsNativeEventFilter::onMonitorBack(WId window)
 {
     showWindow(window);
-    m_placement.setAwaitsMonitor(false);
+    if (window == m_mainWindowId)
+        m_placement.setAwaitsMonitor(false);
     QTimer::singleShot(0, this, &VsNativeEventFilter::restore);
 }
 

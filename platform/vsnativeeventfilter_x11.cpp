@@ -31,6 +31,9 @@ void VsNativeEventFilter::startWatching()
         if (m_mainWindow)
             handleDisplayChange(m_mainWindowId);
     });
+    // At once: what a window manager does next is not the user's move, whatever key is held.
+    connect(watch.get(), &ScreenWatch::changing, &m_placement,
+        &WindowPlacement::compareAfterScreenChange);
     connect(&m_placement, &WindowPlacement::minimized, this, &VsNativeEventFilter::aboutToMinimize);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this,
         &VsNativeEventFilter::requestToSaveConfig);

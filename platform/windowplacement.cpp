@@ -43,6 +43,13 @@ void WindowPlacement::setWindow(QWindow *window)
     }
     m_window = window;
     m_isWantedKnown = false;
+    m_hearing = false;
+    m_isAnswerDue = false;
+    m_isReporting = false;
+    m_isCorrectionDue = false;
+    m_awaitsMonitor = false;
+    m_lastPointer.reset();
+    m_hiddenLock.reset();
     m_settleTimer.stop();
     if (!m_window)
         return;
@@ -54,13 +61,20 @@ void WindowPlacement::setWindow(QWindow *window)
     });
 }
 
+void WindowPlacement::adoptGeometry()
+{
+    if (m_window)
+        m_wanted = m_asked = m_window->geometry();
+    m_isWantedKnown = true;
+}
+
 WindowPlacement::State WindowPlacement::state() const
 {
     if (!m_window)
         return State::Hidden;
     if (m_window->windowState() == Qt::WindowMinimized)
         return State::Minimized;
-    if (isOnDisplay())
+    if (isShown())
         return State::Shown;
     return m_awaitsMonitor ? State::AwaitingMonitor : State::Hidden;
 }
@@ -77,42 +91,48 @@ bool WindowPlacement::isDisplaced()
     return m_wanted != m_asked;
 }
 
-// QWindow reports no request that it passes on, so a request is found out by its result: a change
-// that the window system has not been heard to make.
+// QWindow does not report the requests that it passes on, so a request is inferred from its result:
+// a change that the window system has not been heard to make.
 void WindowPlacement::noteChange()
 {
     if (!m_window || m_window->geometry() == m_asked)
         return;
-    const QPoint way = m_window->position() - m_asked.topLeft();
-    m_asked = m_window->geometry();
+    const QRect before = std::exchange(m_asked, m_window->geometry());
     if (!std::exchange(m_hearing, false)) {
-        m_wanted = m_asked;
+        // A size that only the window system gave is not taken over with a new place.
+        m_wanted = QRect(
+            m_asked.topLeft(), m_asked.size() == before.size() ? m_wanted.size() : m_asked.size());
         m_isWantedKnown = true;
         m_isAnswerDue = true;
-        m_settleTimer.start(answerTime);
-    } else if (!m_isWantedKnown
-        || ((m_isUserMoving || hasPointerGone(way)) && m_asked.width() == m_asked.height())) {
+        settleWithin(answerTime);
+    } else if (!m_isWantedKnown) {
         m_wanted = m_asked;
+    } else if ((m_isUserMoving || hasMovedWithPointer(m_asked.topLeft() - before.topLeft()))
+        && m_asked.width() == m_asked.height()) {
+        m_wanted = m_asked;
+        Q_EMIT movedByUser();
     }
 }
 
 // Some window managers report a drag only when the button has been released. The pointer has then
-// gone the same way since it was last seen on the clock.
-bool WindowPlacement::hasPointerGone(QPoint way) const
+// moved by the same offset since it was last seen on the window.
+bool WindowPlacement::hasMovedWithPointer(QPoint offset) const
 {
-    constexpr int slackPx = 4; // it may have gone on meanwhile
-    return !m_isCorrectionDue && !m_pointerWay.isNull()
-        && (m_pointerWay - way).manhattanLength() <= slackPx;
+    constexpr int slackPx = 4; // it may have moved on meanwhile
+    return !m_isCorrectionDue && m_pointerOffset.manhattanLength() > slackPx
+        && (m_pointerOffset - offset).manhattanLength() <= slackPx;
 }
 
-// Qt takes over the change as soon as the native event has been handled, and nothing tells when.
-void WindowPlacement::hearNextChange()
+// Qt applies the change after this returns and emits nothing at that moment.
+void WindowPlacement::expectSystemChange()
 {
     noteChange();
     m_hearing = true;
-    // A window that has just appeared is moved by the window manager, whatever the user holds.
-    m_isUserMoving = !m_isCorrectionDue && (isUserHoldingButton() || isUserHoldingKey());
-    m_pointerWay = QCursor::pos() - m_lastPointer;
+    // A window that has just appeared is moved by the window manager, whatever the user holds. So
+    // is one that is reported after a while: a key is held now, but was not when it moved.
+    const bool isReport = std::exchange(m_isReporting, false);
+    m_isUserMoving = !m_isCorrectionDue && (isHeldByButton() || (!isReport && isAnyKeyHeld()));
+    m_pointerOffset = m_lastPointer ? QCursor::pos() - *m_lastPointer : QPoint();
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -133,7 +153,7 @@ bool WindowPlacement::eventFilter(QObject *watched, QEvent *event)
         if (m_isWantedKnown) {
             m_isAnswerDue = true;
             m_isCorrectionDue = true;
-            m_settleTimer.start(answerTime);
+            settleWithin(answerTime);
         }
         break;
     case QEvent::Enter:
@@ -143,7 +163,7 @@ bool WindowPlacement::eventFilter(QObject *watched, QEvent *event)
         m_lastPointer = static_cast<QMouseEvent *>(event)->globalPosition().toPoint();
         break;
     case QEvent::Expose:
-        lookIfInPlace();
+        endCorrectionIfInPlace();
         break;
     default:
         break;
@@ -151,11 +171,11 @@ bool WindowPlacement::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-// What is in its place as soon as it can be seen needs no correction, and whatever comes next is
-// another program's doing. What is not may still be on its way.
-void WindowPlacement::lookIfInPlace()
+// A window that is in its place as soon as it can be seen needs no correction: what moves it after
+// that is another program. After a change of the screens window managers may take longer.
+void WindowPlacement::endCorrectionIfInPlace()
 {
-    if (!m_isCorrectionDue || !m_isAnswerDue || !m_window->isExposed())
+    if (!m_isCorrectionDue || m_isScreenChange || !m_window->isExposed())
         return;
     if (isAt(target())) {
         m_isCorrectionDue = false;
@@ -164,6 +184,13 @@ void WindowPlacement::lookIfInPlace()
     } else if (!m_settleTimer.isActive()) {
         m_settleTimer.start(answerTime); // a busy window manager brings it onto the screen late
     }
+}
+
+// Never sooner than was said before.
+void WindowPlacement::settleWithin(std::chrono::milliseconds time)
+{
+    if (m_settleTimer.remainingTimeAsDuration() < time) // negative while it does not run
+        m_settleTimer.start(time);
 }
 
 void WindowPlacement::restore(const QRect &geometry)
@@ -191,23 +218,27 @@ void WindowPlacement::bringOntoScreen()
 void WindowPlacement::setAwaitsMonitor(bool awaits)
 {
     m_awaitsMonitor = awaits;
-    if (m_window && state() != State::Minimized && isOnDisplay() == awaits)
-        setOnDisplay(!awaits);
+    if (!m_window || state() == State::Minimized || isShown() != awaits)
+        return;
+    showWindow(!awaits);
+    if (!awaits)
+        Q_EMIT shownAgain();
 }
 
 void WindowPlacement::compareAfterScreenChange()
 {
     m_isCorrectionDue = true;
-    m_settleTimer.start(screenChangeTime);
+    m_isScreenChange = true;
+    settleWithin(screenChangeTime);
 }
 
 void WindowPlacement::move(const QRect &geometry)
 {
     noteChange();
-    m_asked = geometry;
     m_isAnswerDue = true;
-    m_settleTimer.start(answerTime);
+    settleWithin(answerTime);
     request(geometry);
+    m_asked = m_window->geometry(); // a minimized window may not take it
 }
 
 void WindowPlacement::settle()
@@ -215,16 +246,20 @@ void WindowPlacement::settle()
     noteChange();
     if (!m_window)
         return;
-    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
-        m_settleTimer.start(answerTime); // dragged, and on its way to another place already
+    const bool isDragged = isHeldByButton();
+    if (isDragged && QGuiApplication::mouseButtons() != Qt::NoButton) {
+        m_settleTimer.start(answerTime); // on its way to another place already
         return;
     }
-    if (isUserHoldingButton())
-        m_isCorrectionDue = false; // dragged by the window manager, which has taken the pointer
+    if (isDragged)
+        m_isCorrectionDue = false; // by the window manager, which has grabbed the pointer
+    m_isScreenChange = false;
     if (m_awaitsMonitor)
         settleWithoutMonitor();
-    if (state() != State::Shown || !m_window->isExposed())
-        return; // the next exposure starts it again
+    if (state() != State::Shown || !m_window->isExposed()) {
+        m_isAnswerDue = m_isCorrectionDue; // the next exposure starts it again
+        return;
+    }
     if (std::exchange(m_isCorrectionDue, false) && !isAt(target())) {
         move(target());
         return;
@@ -234,13 +269,7 @@ void WindowPlacement::settle()
 }
 
 // The user has moved the clock to a screen that is there, or restored it while its own is away.
-void WindowPlacement::settleWithoutMonitor()
-{
-    if (isOnAnyScreen())
-        m_awaitsMonitor = false;
-    else
-        setAwaitsMonitor(true);
-}
+void WindowPlacement::settleWithoutMonitor() { setAwaitsMonitor(!isOnAnyScreen()); }
 
 bool WindowPlacement::isOnAnyScreen() const
 {

@@ -37,8 +37,11 @@ public:
 
     explicit WindowPlacement(QObject *parent = nullptr);
 
-    /// Looks after \a window, which keeps its owner. Null for none.
+    /// Looks after \a window, without ownership. Null for none.
     void setWindow(QWindow *window);
+    /// Takes the window's geometry for wanted. Until this or the first change that the process
+    /// makes, any place is as good as another.
+    void adoptGeometry();
     /// Says whether the clock keeps its place without a monitor. Not owned; null counts as no.
     void setConfig(const VsConfig *config) { m_config = config; }
 
@@ -69,15 +72,20 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
+    /// The user has moved the window through the window manager.
+    void movedByUser();
+    /// The window is shown again after it has waited for its monitor.
+    void shownAgain();
     /// The window has been minimised; its geometry is still the one from before.
     void minimized();
 
 private:
     void noteChange();
-    [[nodiscard]] bool hasPointerGone(QPoint way) const;
-    void hearNextChange();
+    [[nodiscard]] bool hasMovedWithPointer(QPoint offset) const;
+    void expectSystemChange();
     void move(const QRect &geometry);
-    void lookIfInPlace();
+    void endCorrectionIfInPlace();
+    void settleWithin(std::chrono::milliseconds time);
     void settle();
     void settleWithoutMonitor();
     [[nodiscard]] bool isOnAnyScreen() const;
@@ -85,25 +93,27 @@ private:
     [[nodiscard]] QRect target() const;
 
     // One file for each window system.
-    void setOnDisplay(bool on);
-    [[nodiscard]] bool isOnDisplay() const;
+    void showWindow(bool on);
+    [[nodiscard]] bool isShown() const;
     [[nodiscard]] bool isAt(const QRect &geometry) const; // and can be seen there
     void request(const QRect &geometry);
     void reportPlace();
-    [[nodiscard]] static bool isUserHoldingButton();
-    [[nodiscard]] static bool isUserHoldingKey();
+    [[nodiscard]] bool isHeldByButton() const; // with the pointer on the window
+    [[nodiscard]] static bool isAnyKeyHeld();
 
     QPointer<QWindow> m_window;
     const VsConfig *m_config = nullptr;
     QRect m_wanted;
-    QPoint m_lastPointer; // when it was last seen on the clock
-    QPoint m_pointerWay; // from there, when the window system was heard last
+    std::optional<QPoint> m_lastPointer; // on the window
+    QPoint m_pointerOffset; // from there, at the last change that the window system made
     QRect m_asked; // or seen, once the window system has settled for something else
     bool m_isWantedKnown = false; // until then any place is as good as another
     bool m_hearing = false; // the next change is the window system's
     bool m_isUserMoving = false; // but made by the user through the window manager
     bool m_isAnswerDue = false; // the window system has not settled yet
+    bool m_isReporting = false; // reportPlace() has been called, and its event is on its way
     bool m_isCorrectionDue = false;
+    bool m_isScreenChange = false; // the correction is one after a change of the screens
     bool m_awaitsMonitor = false;
     QTimer m_settleTimer;
     std::optional<QEventLoopLocker> m_hiddenLock; // closing other windows must not end the program

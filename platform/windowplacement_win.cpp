@@ -25,15 +25,15 @@ void WindowPlacement::interpretNativeEvent(void *message)
     const auto *msg = static_cast<const MSG *>(message);
     if (msg->message == WM_WINDOWPOSCHANGED && m_window && m_window->handle()
         && msg->hwnd == handleOf(*m_window) && (InSendMessageEx(nullptr) & ISMEX_SEND) != 0)
-        hearNextChange();
+        expectSystemChange();
 }
 
-void WindowPlacement::setOnDisplay(bool on)
+void WindowPlacement::showWindow(bool on)
 {
     ShowWindow(handleOf(*m_window), on ? SW_SHOW : SW_HIDE);
 }
 
-bool WindowPlacement::isOnDisplay() const
+bool WindowPlacement::isShown() const
 {
     return m_window->handle() && IsWindowVisible(handleOf(*m_window));
 }
@@ -47,13 +47,17 @@ void WindowPlacement::reportPlace()
     // Qt knows it.
 }
 
-bool WindowPlacement::isUserHoldingButton()
+bool WindowPlacement::isHeldByButton() const
 {
     constexpr int buttons[] = {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON};
-    return std::ranges::any_of(buttons, isDown);
+    POINT pointer{};
+    RECT window{};
+    return m_window->handle() && GetCursorPos(&pointer)
+        && GetWindowRect(handleOf(*m_window), &window) && PtInRect(&window, pointer)
+        && std::ranges::any_of(buttons, isDown);
 }
 
-bool WindowPlacement::isUserHoldingKey()
+bool WindowPlacement::isAnyKeyHeld()
 {
     for (int key = VK_BACK; key <= VK_OEM_CLEAR; ++key) { // the mouse buttons come before these
         if (isDown(key))

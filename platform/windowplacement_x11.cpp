@@ -5,31 +5,20 @@
 
 #include "platform/windowplacement.h"
 
+#include "platform/xcbreply.h"
+
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qscreen.h>
 
 #include <algorithm>
 #include <array>
-#include <memory>
 
 #include <xcb/xcb.h>
 
 namespace
 {
 
-struct FreeDeleter {
-    void operator()(void *reply) const { free(reply); } // xcb hands replies out from malloc
-};
-template <typename Reply> using Owned = std::unique_ptr<Reply, FreeDeleter>;
-
 constexpr uint8_t sentByAClient = 0x80;
-
-// Null where the windows are not an X server's: under Wayland, offscreen.
-xcb_connection_t *connection()
-{
-    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
 
 xcb_window_t idOf(const QWindow &window) { return static_cast<xcb_window_t>(window.winId()); }
 
@@ -40,19 +29,19 @@ QRect nativeGeometry(const QWindow &window, const QRect &geometry)
     if (!screen)
         screen = window.screen();
     const QPoint origin = screen ? screen->geometry().topLeft() : QPoint();
-    const double ratio = window.devicePixelRatio();
+    const double ratio = screen ? screen->devicePixelRatio() : window.devicePixelRatio();
     return {(geometry.topLeft() - origin) * ratio + origin, geometry.size() * ratio};
 }
 
 // In pixels of the server; null for a window that is gone.
 QRect serverGeometry(xcb_connection_t *xcb, xcb_window_t window)
 {
-    const Owned<xcb_get_geometry_reply_t> size(
+    const Xcb::Owned<xcb_get_geometry_reply_t> size(
         xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, window), nullptr));
     if (!size)
         return {};
     const auto cookie = xcb_translate_coordinates(xcb, window, size->root, 0, 0);
-    const Owned<xcb_translate_coordinates_reply_t> place(
+    const Xcb::Owned<xcb_translate_coordinates_reply_t> place(
         xcb_translate_coordinates_reply(xcb, cookie, nullptr));
     return place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
 }
@@ -77,29 +66,29 @@ void WindowPlacement::interpretNativeEvent(void *message)
         || !m_window->handle() || event->window != idOf(*m_window))
         return;
     noteChange();
-    lookIfInPlace();
+    endCorrectionIfInPlace();
     if (m_isAnswerDue)
         writeGeometry(*event, nativeGeometry(*m_window, m_asked));
     else
-        hearNextChange();
+        expectSystemChange();
 }
 
-void WindowPlacement::setOnDisplay(bool on)
+void WindowPlacement::showWindow(bool on)
 {
     if (!on && !m_hiddenLock) // replacing it would release the first one
         m_hiddenLock.emplace();
     m_window->setVisible(on);
 }
 
-bool WindowPlacement::isOnDisplay() const { return m_window->isVisible(); }
+bool WindowPlacement::isShown() const { return m_window->isVisible(); }
 
 bool WindowPlacement::isAt(const QRect &geometry) const
 {
-    auto *xcb = connection();
+    auto *xcb = Xcb::connection();
     if (!xcb)
         return m_window->geometry() == geometry;
     const auto cookie = xcb_get_window_attributes(xcb, idOf(*m_window));
-    const Owned<xcb_get_window_attributes_reply_t> attributes(
+    const Xcb::Owned<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(xcb, cookie, nullptr));
     return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE
         && serverGeometry(xcb, idOf(*m_window)) == nativeGeometry(*m_window, geometry);
@@ -107,7 +96,7 @@ bool WindowPlacement::isAt(const QRect &geometry) const
 
 void WindowPlacement::request(const QRect &geometry)
 {
-    auto *xcb = connection();
+    auto *xcb = Xcb::connection();
     if (!xcb || m_window->geometry() != geometry) {
         m_window->setGeometry(geometry);
         return;
@@ -126,7 +115,7 @@ void WindowPlacement::request(const QRect &geometry)
 // What has been settled for in the end may never be reported again.
 void WindowPlacement::reportPlace()
 {
-    auto *xcb = connection();
+    auto *xcb = Xcb::connection();
     if (!xcb || isAt(m_asked))
         return;
     const QRect native = serverGeometry(xcb, idOf(*m_window));
@@ -137,29 +126,31 @@ void WindowPlacement::reportPlace()
     event.event = idOf(*m_window);
     event.window = event.event;
     writeGeometry(event, native);
+    m_isReporting = true;
     xcb_send_event(xcb, 0, event.window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<char *>(&event));
     xcb_flush(xcb);
 }
 
 // Qt knows nothing of input that the window manager has grabbed.
-bool WindowPlacement::isUserHoldingButton()
+bool WindowPlacement::isHeldByButton() const
 {
-    auto *xcb = connection();
-    if (!xcb)
+    auto *xcb = Xcb::connection();
+    if (!xcb || !m_window->handle())
         return false;
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root;
-    const Owned<xcb_query_pointer_reply_t> pointer(
-        xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, root), nullptr));
+    const xcb_window_t window = idOf(*m_window);
+    const Xcb::Owned<xcb_query_pointer_reply_t> pointer(
+        xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, window), nullptr));
     constexpr uint16_t anyButton = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
-    return pointer && (pointer->mask & anyButton) != 0;
+    return pointer && (pointer->mask & anyButton) != 0
+        && serverGeometry(xcb, window).contains(pointer->root_x, pointer->root_y);
 }
 
-bool WindowPlacement::isUserHoldingKey()
+bool WindowPlacement::isAnyKeyHeld()
 {
-    auto *xcb = connection();
+    auto *xcb = Xcb::connection();
     if (!xcb)
         return false;
-    const Owned<xcb_query_keymap_reply_t> keys(
+    const Xcb::Owned<xcb_query_keymap_reply_t> keys(
         xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
     return keys && std::ranges::any_of(keys->keys, [](uint8_t eight) { return eight != 0; });
 }

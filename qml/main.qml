@@ -267,6 +267,7 @@ Window {
 
         onPressedChanged: {
             multiPointTouchArea.updateWindowStartRect();
+            touch.hasMoved();
             if (touch.pressed)
                 touch.startPoint = touch.place;
             else
