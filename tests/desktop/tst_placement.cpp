@@ -71,6 +71,9 @@ private Q_SLOTS:
     void firstClockIsAtTheTopRight();
     void centeredFromTheTrayItStaysInSight();
     void restoredWithoutItsMonitorItIsOnTheNearest();
+    void minimizedOnAnotherMonitorItComesHome();
+    void isRescuedWhateverTheUserHolds_data();
+    void isRescuedWhateverTheUserHolds();
     void startsWithoutItsMonitor_data();
     void startsWithoutItsMonitor();
     void goesToTheMonitorThatComesLate_data();
@@ -225,6 +228,51 @@ void TestPlacement::restoredWithoutItsMonitorItIsOnTheNearest()
     window().activate();
     QTRY_VERIFY_WITH_TIMEOUT(isBackAt(nearestPlace), limitMs);
     QCOMPARE(leaves(nearestPlace), QString());
+    QCOMPARE(stored(), place);
+}
+
+void TestPlacement::minimizedOnAnotherMonitorItComesHome()
+{
+    start();
+    QVERIFY(Monitors::removeRight());
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), nearestPlace, limitMs);
+    QTest::qWait(calmMs);
+    QVERIFY(minimize());
+    QVERIFY(Monitors::addRight());
+    QTest::qWait(calmMs); // nothing is to bring it back
+    QVERIFY(!window().isMapped());
+    window().activate();
+    QTRY_VERIFY_WITH_TIMEOUT(isBackAt(place), limitMs);
+    QCOMPARE(leaves(place), QString());
+    QCOMPARE(stored(), place);
+}
+
+void TestPlacement::isRescuedWhateverTheUserHolds_data()
+{
+    QTest::addColumn<bool>("isKey");
+
+    QTest::newRow("a key, as of a shortcut for the monitors") << true;
+    QTest::newRow("a button, elsewhere") << false;
+}
+
+void TestPlacement::isRescuedWhateverTheUserHolds()
+{
+    QFETCH(bool, isKey);
+
+    start();
+    if (isKey)
+        XInput::hold(XInput::ShiftKey);
+    else
+        XInput::press();
+    QVERIFY(Monitors::removeRight());
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), nearestPlace, limitMs);
+    QTest::qWait(calmMs);
+    if (isKey)
+        XInput::letGo(XInput::ShiftKey);
+    else
+        XInput::release();
+    QVERIFY(Monitors::addRight());
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), place, limitMs);
     QCOMPARE(stored(), place);
 }
 
