@@ -29,11 +29,13 @@ bool VsNativeEventFilter::handleDisplayChange(WId window)
     qDebug() << rectangle;
     if (hasMonitor(window)) {
         qDebug() << "Monitor is Avialable"; // so spelled: meant
-        if (std::exchange(m_monitorLost, false) && m_mainWindow)
+        const bool isBack = std::exchange(m_monitorLost, false) && m_mainWindow;
+        if (isBack)
             onMonitorBack(window);
         else
             nudge(window, rectangle.topLeft());
-        m_placement.compareAfterScreenChange();
+        if (!isBack || !m_config || !m_config->keepPositionWhenMonitorDetatched())
+            m_placement.compareAfterScreenChange();
         return true;
     }
 
@@ -57,7 +59,7 @@ void VsNativeEventFilter::noteLostMonitor()
     qDebug() << "Monitor is lost";
     if (m_mainWindow) {
         m_windowDevicePixelRatio = m_mainWindow->devicePixelRatio();
-        m_savedGeometry = m_placement.wanted();
+        m_savedGeometry = clockGeometry();
         if (const QScreen *screen = m_mainWindow->screen())
             m_screenDevicePixelRatio = screen->devicePixelRatio();
     }

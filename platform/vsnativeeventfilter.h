@@ -61,6 +61,7 @@ private:
     void startWatching();
     [[nodiscard]] QRect windowRectangle(WId window) const;
     [[nodiscard]] bool hasMonitor(WId window);
+    [[nodiscard]] QRect clockGeometry(); // where the clock belongs
     void showWindow(WId window);
     void hideWindow(WId window);
     void moveByOneAndBack(WId window, QPoint topLeft);

@@ -69,6 +69,8 @@ bool VsNativeEventFilter::hasMonitor(WId window)
     return MonitorFromWindow(handleOf(window), MONITOR_DEFAULTTONULL) != nullptr;
 }
 
+QRect VsNativeEventFilter::clockGeometry() { return m_mainWindow->geometry(); }
+
 void VsNativeEventFilter::showWindow(WId window) { ShowWindow(handleOf(window), SW_SHOW); }
 
 void VsNativeEventFilter::hideWindow(WId window) { ShowWindow(handleOf(window), SW_HIDE); }

@@ -56,8 +56,13 @@ QRect VsNativeEventFilter::windowRectangle([[maybe_unused]] WId window) const
 // The one where the clock belongs: a window manager may have moved it onto another one already.
 bool VsNativeEventFilter::hasMonitor([[maybe_unused]] WId window)
 {
-    const QRect clock = m_monitorLost ? m_savedGeometry : m_placement.wanted();
+    const QRect clock = clockGeometry();
     return meetsAnyScreen(clock.topLeft(), clock.size(), screenGeometries());
+}
+
+QRect VsNativeEventFilter::clockGeometry()
+{
+    return m_monitorLost ? m_savedGeometry : m_placement.wanted();
 }
 
 void VsNativeEventFilter::showWindow([[maybe_unused]] WId window)

@@ -24,6 +24,7 @@ namespace
 {
 
 constexpr int limitMs = 10'000;
+constexpr int longLimitMs = 30'000; // for states that a busy window manager loses
 // Longer than the clock takes to answer a change of the monitors and to correct the answer.
 constexpr int calmMs = 2000;
 constexpr QRect place(1300, 410, 240, 240); // on the right monitor
@@ -101,6 +102,9 @@ private:
     QRect geometry() const { return window().geometry(); }
     /// Where it goes from \a geometry within a while; nothing if it stays there, on the screen.
     QString leaves(QRect geometry) const;
+    /// Whether a clock that was minimised comes back to \a geometry and is there after a while. It
+    /// leaves the taskbar by one more hide and show, and on a busy machine by another one.
+    bool comesBackTo(QRect geometry) const;
     bool isVisibleOnAScreen() const { return window().isMapped() && Monitors::show(geometry()); }
     bool minimize() const;
     /// Whether a clock that was minimised is there again. It leaves the taskbar by one more hide
@@ -153,6 +157,15 @@ QRect TestPlacement::stored()
 {
     m_clock->signal(SIGTERM);
     return m_clock->waitForExit() == 0 ? m_home->storedGeometry().toRect() : QRect();
+}
+
+bool TestPlacement::comesBackTo(QRect expected) const
+{
+    const auto isBack = [&] { return isBackAt(expected); };
+    if (!QTest::qWaitFor(isBack, longLimitMs))
+        return false;
+    QTest::qWait(calmMs);
+    return QTest::qWaitFor(isBack, longLimitMs);
 }
 
 QString TestPlacement::leaves(QRect expected) const
@@ -226,8 +239,7 @@ void TestPlacement::restoredWithoutItsMonitorItIsOnTheNearest()
     QTest::qWait(calmMs); // nothing is to bring it back
     QVERIFY(!window().isMapped());
     window().activate();
-    QTRY_VERIFY_WITH_TIMEOUT(isBackAt(nearestPlace), limitMs);
-    QCOMPARE(leaves(nearestPlace), QString());
+    QVERIFY(comesBackTo(nearestPlace));
     QCOMPARE(stored(), place);
 }
 
@@ -242,8 +254,7 @@ void TestPlacement::minimizedOnAnotherMonitorItComesHome()
     QTest::qWait(calmMs); // nothing is to bring it back
     QVERIFY(!window().isMapped());
     window().activate();
-    QTRY_VERIFY_WITH_TIMEOUT(isBackAt(place), limitMs);
-    QCOMPARE(leaves(place), QString());
+    QVERIFY(comesBackTo(place));
     QCOMPARE(stored(), place);
 }
 
@@ -442,8 +453,7 @@ void TestPlacement::staysMinimizedWithoutItsMonitor()
         QVERIFY(Monitors::addRight());
         QVERIFY(!QTest::qWaitFor(isMapped, calmMs));
         window().activate();
-        QTRY_VERIFY_WITH_TIMEOUT(isBackAt(place), limitMs);
-        QCOMPARE(leaves(place), QString());
+        QVERIFY(comesBackTo(place));
     }
     QCOMPARE(stored(), place);
 }
