@@ -539,7 +539,7 @@ Window {
             Finger {
                 id: point1
 
-                // The travel so far has been made up for: it starts where the clock is.
+                // Starts a drag at the clock's present place, whatever the finger has travelled so far.
                 function startDragHere() {
                     const now = rootWindow.windowRect();
                     multiPointTouchArea.windowStartRect = Qt.rect(now.x - point1.travelX, now.y - point1.travelY, now.width, now.height);
