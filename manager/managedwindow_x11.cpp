@@ -6,17 +6,20 @@
 #include "platform/xcbreply.h"
 
 #include <QtCore/qbytearray.h>
+#include <QtCore/qdeadlinetimer.h>
 #include <QtCore/qlist.h>
+#include <QtCore/qthread.h>
 
 #include <array>
+#include <chrono>
 #include <memory>
-#include <optional>
 #include <string_view>
 
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
 
+using namespace std::chrono_literals;
 using Xcb::connection;
 using Xcb::Owned;
 
@@ -83,17 +86,30 @@ QList<xcb_atom_t> statesOf(xcb_window_t window)
     return states;
 }
 
-// Whether a window manager has the window in its care: from the map request until it is withdrawn,
-// and so while it is minimised as well.
-bool isManaged(xcb_connection_t *xcb, xcb_window_t window)
+xcb_atom_t wmState()
 {
-    static const xcb_atom_t wmState = atomOf(xcb, "WM_STATE");
-    const auto cookie = xcb_get_property(xcb, 0, window, wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
-    if (!reply || xcb_get_property_value_length(reply.get()) < int(sizeof(uint32_t)))
-        return false;
-    constexpr uint32_t withdrawn = 0; // ICCCM 4.1.3.1
-    return *static_cast<const uint32_t *>(xcb_get_property_value(reply.get())) != withdrawn;
+    static const xcb_atom_t atom = atomOf(hints()->connection, "WM_STATE");
+    return atom;
+}
+
+bool isManaged(WId window)
+{
+    return ManagedWindow::careFor(window) != ManagedWindow::Care::Withdrawn;
+}
+
+// EWMH, _NET_SUPPORTING_WM_CHECK: the window that the root names names itself, unless it has
+// outlived its window manager.
+bool hasManager()
+{
+    auto *ewmh = hints();
+    const auto namedBy = [ewmh](xcb_window_t window) {
+        xcb_window_t named = XCB_NONE;
+        xcb_ewmh_get_supporting_wm_check_reply(
+            ewmh, xcb_ewmh_get_supporting_wm_check(ewmh, window), &named, nullptr);
+        return named;
+    };
+    const xcb_window_t check = namedBy(ewmh->screens[0]->root);
+    return check != XCB_NONE && namedBy(check) == check;
 }
 
 void writeStates(xcb_window_t window, std::initializer_list<ManagedWindow::State> changed, bool on)
@@ -120,7 +136,7 @@ uint32_t currentDesktop()
 void setDesktop(xcb_window_t window, uint32_t desktop)
 {
     auto *ewmh = hints();
-    if (!isManaged(ewmh->connection, window))
+    if (!isManaged(window))
         xcb_ewmh_set_wm_desktop(ewmh, window, desktop);
     xcb_ewmh_request_change_wm_desktop(
         ewmh, 0, window, desktop, XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
@@ -157,18 +173,6 @@ xcb_window_t rivalOf(xcb_window_t window)
                                                           : above.constLast();
 }
 
-// None of a window that is not there.
-std::optional<uint8_t> mapStateOf(WId window)
-{
-    auto *xcb = connection();
-    if (!xcb)
-        return std::nullopt;
-    const auto cookie = xcb_get_window_attributes(xcb, idOf(window));
-    const Owned<xcb_get_window_attributes_reply_t> reply(
-        xcb_get_window_attributes_reply(xcb, cookie, nullptr));
-    return reply ? std::optional(reply->map_state) : std::nullopt;
-}
-
 int typeOf(const xcb_generic_event_t &event)
 {
     constexpr int sentByAClient = 0x80;
@@ -185,7 +189,7 @@ void ManagedWindow::setStates(WId window, std::initializer_list<State> states, b
     auto *ewmh = hints();
     if (!ewmh)
         return;
-    if (!isManaged(ewmh->connection, idOf(window)))
+    if (!isManaged(window))
         writeStates(idOf(window), states, on);
     const auto action = on ? XCB_EWMH_WM_STATE_ADD : XCB_EWMH_WM_STATE_REMOVE;
     for (const State state : states)
@@ -288,9 +292,28 @@ void ManagedWindow::letMouseThrough(WId window, bool on)
     xcb_flush(xcb);
 }
 
-bool ManagedWindow::isViewable(WId window) { return mapStateOf(window) == XCB_MAP_STATE_VIEWABLE; }
+ManagedWindow::Care ManagedWindow::careFor(WId window)
+{
+    if (!hints())
+        return Care::Withdrawn;
+    const auto cookie = xcb_get_property(
+        connection(), 0, idOf(window), wmState(), XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+    const Owned<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection(), cookie, nullptr));
+    if (!reply || xcb_get_property_value_length(reply.get()) < int(sizeof(uint32_t)))
+        return Care::Withdrawn;
+    return Care(*static_cast<const uint32_t *>(xcb_get_property_value(reply.get())));
+}
 
-bool ManagedWindow::isUnmapped(WId window) { return mapStateOf(window) == XCB_MAP_STATE_UNMAPPED; }
+void ManagedWindow::awaitCare(WId window, bool isInCare)
+{
+    const auto isDone = [=] { return isManaged(window) == isInCare; };
+    if (!hints() || isDone() || !hasManager())
+        return;
+    const QDeadlineTimer limit(1s);
+    while (!isDone() && !limit.hasExpired())
+        QThread::sleep(1ms);
+}
 
 // EWMH, _NET_SUPPORTING_WM_CHECK.
 bool ManagedWindow::isNewManager(const void *event)
@@ -303,8 +326,16 @@ bool ManagedWindow::isNewManager(const void *event)
         && change->state == XCB_PROPERTY_NEW_VALUE;
 }
 
-bool ManagedWindow::isMapOf(const void *event, WId window)
+bool ManagedWindow::isCareSet(const void *event, WId window)
 {
-    return typeOf(*static_cast<const xcb_generic_event_t *>(event)) == XCB_MAP_NOTIFY
-        && static_cast<const xcb_map_notify_event_t *>(event)->window == idOf(window);
+    if (typeOf(*static_cast<const xcb_generic_event_t *>(event)) != XCB_PROPERTY_NOTIFY || !hints())
+        return false;
+    const auto *change = static_cast<const xcb_property_notify_event_t *>(event);
+    return change->window == idOf(window) && change->atom == wmState();
+}
+
+bool ManagedWindow::isUnmapOf(const void *event, WId window)
+{
+    return typeOf(*static_cast<const xcb_generic_event_t *>(event)) == XCB_UNMAP_NOTIFY
+        && static_cast<const xcb_unmap_notify_event_t *>(event)->window == idOf(window);
 }

@@ -35,15 +35,19 @@ void startShown(WId window);
 /// Lets the mouse fall through, or takes it again in the whole window.
 void letMouseThrough(WId window, bool on);
 
-/// Whether the server has it on the screen, with all around it.
-[[nodiscard]] bool isViewable(WId window);
-/// Whether the server has it off the screen. A window that is gone is neither.
-[[nodiscard]] bool isUnmapped(WId window);
+/// What a window manager has made of it (ICCCM 4.1.3.1, WM_STATE). Withdrawn is also one that no
+/// window manager has in its care yet, Iconic also one on another desktop.
+enum class Care { Withdrawn = 0, Normal = 1, Iconic = 3 };
+[[nodiscard]] Care careFor(WId window);
+/// Waits, for a second at most, until a window manager has it in its care, or has it no longer.
+/// Returns at once where there is no window manager.
+void awaitCare(WId window, bool isInCare);
 
 /// Whether \a event, an xcb_generic_event_t, says that a window manager has just come.
 [[nodiscard]] bool isNewManager(const void *event);
-/// Whether \a event, an xcb_generic_event_t, says that the window has come onto the screen, whoever
-/// has brought it there.
-[[nodiscard]] bool isMapOf(const void *event, WId window);
+/// Whether \a event, an xcb_generic_event_t, says that careFor() has been set, be it to the same.
+[[nodiscard]] bool isCareSet(const void *event, WId window);
+/// Whether \a event, an xcb_generic_event_t, says that the window has left the screen.
+[[nodiscard]] bool isUnmapOf(const void *event, WId window);
 
 } // namespace ManagedWindow

@@ -216,7 +216,7 @@ private:
     void applyWindowStyle();
     void onMainWindowStateChange();
     void completeTaskbarChange();
-    void makeGoodAfterShow();
+    void updateMaskAfterShow();
     QRect restorableGeometry() const;
     void moveToCorner(Qt::Corner corner);
     void saveIfMoved();
@@ -258,7 +258,6 @@ private:
     bool m_mousePressed = false;
     QTimer m_dpiCheckTimer;
     Qt::WindowStates m_windowStates; // as last told
-    int m_triesToShow = 0; // in a row, a window that the window manager has lost
     bool m_isTaskbarChangeDue = false; // put off while the clock waits for its monitor
     bool m_isOnTaskbar = false; // as last told, whatever the configuration says
     QRect m_normalGeometry; // before the clock was minimised or its taskbar entry changed

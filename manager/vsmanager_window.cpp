@@ -22,9 +22,6 @@ using namespace std::chrono_literals;
 namespace
 {
 
-// A window manager may have reasons to keep a window away, which are not fought for ever.
-constexpr int mostTriesToShow = 3;
-
 // The two ways of every desktop.
 bool asksForMenu(const QKeyEvent &event)
 {
@@ -227,22 +224,15 @@ void VsManager::completeTaskbarChange()
         placement().restore(geometry);
     updateMask();
     WindowStyle::setWindowTransparentForMouse(m_mainWindow->winId(), m_config->ignoreMouseEvent());
-    QTimer::singleShot(500ms, this, &VsManager::makeGoodAfterShow);
+    QTimer::singleShot(500ms, this, &VsManager::updateMaskAfterShow);
 }
 
-// A window manager that hears of a hide and a show in one go may carry out only the hide, or forget
-// meanwhile which desktop the window belongs to. The clock would be gone. And what Windows restores
-// gets its size after the mask.
-void VsManager::makeGoodAfterShow()
+// What Windows restores gets its size after the mask.
+void VsManager::updateMaskAfterShow()
 {
-    const bool isMeantToBeSeen = placement().state() == WindowPlacement::State::Shown;
     // Not m_mousePressed: what opens the menu is never released for the clock.
     const bool isDragged = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
-    const bool isLost = isMeantToBeSeen && WindowStyle::isLost(m_mainWindow->winId());
-    m_triesToShow = isLost ? m_triesToShow + 1 : 0;
-    if (isLost && m_triesToShow <= mostTriesToShow)
-        completeTaskbarChange();
-    else if (isMeantToBeSeen && !isDragged) // what is dragged has no mask
+    if (placement().state() == WindowPlacement::State::Shown && !isDragged) // no mask in a drag
         updateMask();
 }
 

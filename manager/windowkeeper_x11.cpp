@@ -9,15 +9,10 @@
 #include <QtGui/qevent.h>
 #include <QtGui/qwindow.h>
 
-#include <chrono>
 #include <utility>
-
-using namespace std::chrono_literals;
 
 namespace
 {
-
-constexpr auto settling = 10s; // after a show
 
 bool isNewSurface(const QEvent *event)
 {
@@ -33,11 +28,9 @@ WindowKeeper::WindowKeeper(QWindow *window, QObject *context, std::function<void
     , m_window(window)
     , m_context(context)
     , m_apply(std::move(apply))
-    , m_untilSettled(settling) // it may have been shown already
 {
-    m_newManagerTimer.setSingleShot(true);
-    m_newManagerTimer.setInterval(1s); // by then it has the windows in its care
-    connect(&m_newManagerTimer, &QTimer::timeout, this, &WindowKeeper::applyForNewManager);
+    // Emitted before the window system is asked to show or hide the window.
+    connect(window, &QWindow::visibleChanged, this, &WindowKeeper::onVisibleChanged);
     QCoreApplication::instance()->installNativeEventFilter(this);
     window->installEventFilter(this);
 }
@@ -45,53 +38,50 @@ WindowKeeper::WindowKeeper(QWindow *window, QObject *context, std::function<void
 bool WindowKeeper::nativeEventFilter(
     const QByteArray &eventType, void *message, [[maybe_unused]] qintptr *result)
 {
-    if (eventType != "xcb_generic_event_t")
+    if (eventType != "xcb_generic_event_t" || !m_window->handle())
         return false;
+    const WId window = m_window->winId();
+    const auto isInCareAs
+        = [=](ManagedWindow::Care care) { return ManagedWindow::careFor(window) == care; };
+    // A window on the taskbar, as its flags tell, has a desktop, where it is to stay.
     if (ManagedWindow::isNewManager(message))
-        m_newManagerTimer.start();
-    else if (m_window->handle() && ManagedWindow::isMapOf(message, m_window->winId()))
-        m_dueWhenSeen = m_dueWhenSeen || !m_untilSettled.hasExpired();
+        m_isDue = m_isDue || !m_window->flags().testFlag(Qt::WindowSystemMenuHint);
+    else if (ManagedWindow::isUnmapOf(message, window))
+        m_isDue = m_isDue || !isInCareAs(ManagedWindow::Care::Iconic); // which keeps its states
+    else if (ManagedWindow::isCareSet(message, window) && m_isDue
+        && isInCareAs(ManagedWindow::Care::Normal))
+        apply();
     return false;
 }
 
 bool WindowKeeper::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Show || isNewSurface(event)) {
+    if (isNewSurface(event))
         prepareForShow();
-        apply();
-        m_untilSettled.setRemainingTime(settling);
-    } else if (event->type() == QEvent::Expose && m_dueWhenSeen && isSeen()) {
-        m_dueWhenSeen = false;
-        apply();
-    }
     return QObject::eventFilter(watched, event);
 }
 
-// An exposure may be one of an earlier show. While the window is not on the screen again, the
-// window manager may have put it into a frame that has no place yet.
-bool WindowKeeper::isSeen() const
+void WindowKeeper::onVisibleChanged(bool visible)
 {
-    return m_window->isExposed() && ManagedWindow::isViewable(m_window->winId());
+    if (!m_window->handle())
+        return; // a new surface comes first
+    ManagedWindow::awaitCare(m_window->winId(), !visible);
+    if (visible)
+        prepareForShow();
 }
 
-void WindowKeeper::prepareForShow() const
+void WindowKeeper::prepareForShow()
 {
     ManagedWindow::setFrameless(m_window->winId());
     if (!m_window->windowStates().testFlag(Qt::WindowMinimized))
         ManagedWindow::startShown(m_window->winId());
+    apply();
+    m_isDue = true;
 }
 
-void WindowKeeper::apply() const
+void WindowKeeper::apply()
 {
+    m_isDue = false;
     if (m_context)
         m_apply();
-}
-
-// What is minimised comes back by a show. What is on the taskbar, as its flags tell, has a desktop,
-// where it is to stay.
-void WindowKeeper::applyForNewManager() const
-{
-    if (!m_window->windowStates().testFlag(Qt::WindowMinimized)
-        && !m_window->flags().testFlag(Qt::WindowSystemMenuHint))
-        apply();
 }

@@ -4,10 +4,8 @@
 #pragma once
 
 #include <QtCore/qabstractnativeeventfilter.h>
-#include <QtCore/qdeadlinetimer.h>
 #include <QtCore/qobject.h>
 #include <QtCore/qpointer.h>
-#include <QtCore/qtimer.h>
 
 #include <functional>
 
@@ -15,12 +13,12 @@ class QWindow;
 
 /// Sets again what window managers take away from a window.
 ///
-/// A window manager takes the states away from a window that is withdrawn, at some time after the
-/// hide. So they are set before the show, for the manager to find, and again each time that the
-/// window comes onto the screen after it: a late manager may carry out a show, the hide and the
-/// next show after all three were asked for. One that takes the place of another may not understand
-/// what that has left: "on all desktops" has been taken for the last one, where nobody sees the
-/// clock.
+/// A window manager removes the states of a window that is withdrawn, at some time after the hide.
+/// So no show is requested before the hide has been carried out, nor a hide before the show, and
+/// the states are set before the show, for the manager to find. They are set once more when it has
+/// taken the window into its care: it may have been too busy to be waited for. A manager that
+/// replaces another may misunderstand what that one has left: "on all desktops" has been taken for
+/// the last desktop, where nobody sees the clock.
 class WindowKeeper : public QObject, public QAbstractNativeEventFilter
 {
     Q_OBJECT
@@ -33,17 +31,12 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool isSeen() const;
-    void prepareForShow() const;
-    void apply() const;
-    void applyForNewManager() const;
+    void onVisibleChanged(bool visible);
+    void prepareForShow();
+    void apply();
 
     QWindow *m_window; // the parent
     QPointer<QObject> m_context;
     std::function<void()> m_apply;
-    bool m_dueWhenSeen = true;
-    // Until then a map may be the late answer to a show, and afterwards it is the user's doing:
-    // another desktop, what was set in the window manager's menu.
-    QDeadlineTimer m_untilSettled;
-    QTimer m_newManagerTimer;
+    bool m_isDue = true; // once the window is in a window manager's care
 };

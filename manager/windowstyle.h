@@ -38,13 +38,10 @@ void keepFrameless(WId window);
 /// Shows \a window if the native window is hidden while QWindow takes it for visible.
 void showWindow(WId window);
 
-/// Whether \a window, which is neither hidden nor minimised, is not shown all the same: the window
-/// manager has let go of it, or put it on another desktop.
-[[nodiscard]] bool isLost(WId window);
-
 /// Calls \a apply whenever \a window may have lost what these functions have set: after Qt has made
-/// its native window anew and, where a hidden window forgets, before a show and each time that the
-/// window comes onto the screen in the seconds after it; no longer once \a context is gone.
+/// its native window anew and, where a hidden window forgets, before each show and once a window
+/// manager has the window in its care; no longer once \a context is gone. Where a window manager
+/// carries out shows and hides, the next one waits for it, a second at most.
 void reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply);
 
 /// Leaves the thread's DPI awareness as it is, after having switched it to per-monitor once.

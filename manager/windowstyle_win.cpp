@@ -63,11 +63,6 @@ void keepFrameless([[maybe_unused]] WId window)
 
 void showWindow(WId window) { ShowWindow(handleOf(window), SW_SHOW); }
 
-bool isLost([[maybe_unused]] WId window)
-{
-    return false; // nobody stands between a program and its windows
-}
-
 void reapplyWhenLost([[maybe_unused]] QWindow *window, [[maybe_unused]] QObject *context,
     [[maybe_unused]] std::function<void()> apply)
 {

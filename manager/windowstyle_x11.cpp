@@ -65,8 +65,6 @@ void WindowStyle::showWindow([[maybe_unused]] WId window)
     // Nobody hides the native window behind Qt's back here.
 }
 
-bool WindowStyle::isLost(WId window) { return ManagedWindow::isUnmapped(window); }
-
 void WindowStyle::reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply)
 {
     new WindowKeeper(window, context, std::move(apply));
