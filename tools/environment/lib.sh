@@ -132,6 +132,7 @@ environment_prepare() {
     *) stop "VESPER_ENVIRONMENT is '$environment': machine and root are known" ;;
     esac
     export CCACHE_DIR=${CCACHE_DIR:-$cache_folder/ccache}
+    export CCACHE_BASEDIR=$repository CCACHE_NOHASHDIR=1 # what one clone has compiled serves another
     export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
 }
 
