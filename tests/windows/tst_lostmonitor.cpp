@@ -172,6 +172,7 @@ void TestLostMonitor::isNotTheUsersMove_data()
     QTest::addColumn<UINT>("flags");
 
     QTest::newRow("synchronous") << UINT(0);
+    QTest::newRow("asynchronous") << UINT(SWP_ASYNCWINDOWPOS);
 }
 
 void TestLostMonitor::isNotTheUsersMove()
