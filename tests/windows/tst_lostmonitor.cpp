@@ -38,6 +38,7 @@ private Q_SLOTS:
     void isRescued_data();
     void isRescued();
     void isRescuedAfterItWasRestored();
+    void staysWhenItsMonitorIsBack();
     void staysWhereTheUserHasDraggedIt_data();
     void staysWhereTheUserHasDraggedIt();
     void isNotTheUsersMove_data();
@@ -146,6 +147,18 @@ void TestLostMonitor::isRescuedAfterItWasRestored()
     changeDisplay();
     QTRY_COMPARE_WITH_TIMEOUT(m_clock->geometry(), QRect(nearest, place.size()), rescueLimitMs);
     endAndCompareStored(offScreen);
+}
+
+void TestLostMonitor::staysWhenItsMonitorIsBack()
+{
+    start(place.topLeft(), place.topLeft());
+    loseMonitor();
+    QTRY_COMPARE_WITH_TIMEOUT(m_clock->geometry(), place, rescueLimitMs);
+    QTest::qWait(rescueMs);
+    changeDisplay();
+    QTest::qWait(rescueMs);
+    QCOMPARE(m_clock->geometry(), place);
+    endAndCompareStored(place.topLeft());
 }
 
 void TestLostMonitor::staysWhereTheUserHasDraggedIt_data() { isRescued_data(); }
