@@ -5,6 +5,8 @@
 
 #include "platform/vsnativeeventfilter.h"
 
+#include "config/vsconfig.h"
+
 #include <QtCore/qdebug.h>
 
 #include <windows.h>
@@ -69,7 +71,13 @@ bool VsNativeEventFilter::hasMonitor(WId window)
     return MonitorFromWindow(handleOf(window), MONITOR_DEFAULTTONULL) != nullptr;
 }
 
-QRect VsNativeEventFilter::clockGeometry() { return m_mainWindow->geometry(); }
+// With the setting off the clock has been rescued by the time its monitor is back. The place that
+// Windows gave the window before that must not become the user's.
+QRect VsNativeEventFilter::clockGeometry()
+{
+    const bool keepsPlace = m_config && m_config->keepPositionWhenMonitorDetatched();
+    return keepsPlace ? m_mainWindow->geometry() : m_placement.wanted();
+}
 
 void VsNativeEventFilter::showWindow(WId window) { ShowWindow(handleOf(window), SW_SHOW); }
 

@@ -18,13 +18,13 @@ bool isDown(int key) { return GetAsyncKeyState(key) < 0; }
 
 } // namespace
 
-// What this thread asks for arrives inside the call; what arrives from another one is the doing of
-// Windows or of another program.
+// What this thread asks for arrives inside the call. What arrives from another thread,
+// synchronously or not, is the doing of Windows or of another program.
 void WindowPlacement::interpretNativeEvent(void *message)
 {
     const auto *msg = static_cast<const MSG *>(message);
     if (msg->message == WM_WINDOWPOSCHANGED && m_window && m_window->handle()
-        && msg->hwnd == handleOf(*m_window) && (InSendMessageEx(nullptr) & ISMEX_SEND) != 0)
+        && msg->hwnd == handleOf(*m_window) && InSendMessageEx(nullptr) != ISMEX_NOSEND)
         expectSystemChange();
 }
 

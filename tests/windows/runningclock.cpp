@@ -175,10 +175,10 @@ QRect RunningClock::geometry() const
     return QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1));
 }
 
-void RunningClock::moveTo(QPoint position) const
+void RunningClock::moveTo(QPoint position, UINT flags) const
 {
     SetWindowPos(m_window, nullptr, position.x(), position.y(), 0, 0,
-        SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | flags);
 }
 
 std::optional<QRegion> RunningClock::mask() const
@@ -192,4 +192,9 @@ std::optional<QRegion> RunningClock::mask() const
 LRESULT RunningClock::send(UINT message, WPARAM wParam, LPARAM lParam) const
 {
     return SendMessageW(m_window, message, wParam, lParam);
+}
+
+void RunningClock::post(UINT message, WPARAM wParam, LPARAM lParam) const
+{
+    PostMessageW(m_window, message, wParam, lParam);
 }

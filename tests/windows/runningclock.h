@@ -61,12 +61,14 @@ public:
     LONG_PTR styles() const;
     bool isVisible() const { return IsWindowVisible(m_window); }
     QRect geometry() const;
-    /// Moves the window as another program does.
-    void moveTo(QPoint position) const;
+    /// Moves the window as another program does, with additional \a flags for SetWindowPos().
+    void moveTo(QPoint position, UINT flags = 0) const;
     /// The window's mask, as much of it as lies in the window; none without a mask.
     std::optional<QRegion> mask() const;
     /// Sends a message to the window and returns what it answers.
     LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    /// Posts a message to the window.
+    void post(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
 private:
     template <typename Wanted> QList<HWND> windows(Wanted wanted) const;

@@ -130,17 +130,7 @@ void TestWindowMessages::displayChangeOffTheScreen_data()
 void TestWindowMessages::dragTo(QPoint topLeft) const
 {
     const QRect from = m_clock->geometry();
-    const QPoint way = topLeft - from.topLeft();
-    constexpr int handMs = 100; // Wine loses input that comes faster
-    WindowsInput::moveTo(from.center());
-    QTest::qWait(handMs);
-    WindowsInput::press();
-    for (const QPoint step : {way / 2, way}) {
-        QTest::qWait(handMs);
-        WindowsInput::moveTo(from.center() + step);
-    }
-    QTest::qWait(handMs);
-    WindowsInput::release();
+    WindowsInput::drag(from.center(), from.center() + topLeft - from.topLeft());
 }
 
 void TestWindowMessages::displayChangeOffTheScreen()

@@ -3,6 +3,8 @@
 
 #include "tests/windows/windowsinput.h"
 
+#include <QtTest/qtest.h>
+
 namespace
 {
 
@@ -50,6 +52,20 @@ void click(QPoint point, Button button)
     moveTo(point);
     press(button);
     release(button);
+}
+
+void drag(QPoint from, QPoint to)
+{
+    constexpr int handMs = 100; // Wine loses input that comes faster
+    moveTo(from);
+    QTest::qWait(handMs);
+    press();
+    for (const QPoint point : {(from + to) / 2, to}) {
+        QTest::qWait(handMs);
+        moveTo(point);
+    }
+    QTest::qWait(handMs);
+    release();
 }
 
 void turnWheel(int notches) { sendMouse(MOUSEEVENTF_WHEEL, notches * WHEEL_DELTA); }

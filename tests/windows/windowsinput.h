@@ -20,6 +20,8 @@ void moveTo(QPoint point);
 void press(Button button = Button::Left);
 void release(Button button = Button::Left);
 void click(QPoint point, Button button = Button::Left);
+/// Drags with the left button, slowly enough for Wine. Processes events meanwhile.
+void drag(QPoint from, QPoint to);
 /// Positive away from the user, which is up.
 void turnWheel(int notches);
 
