@@ -17,6 +17,7 @@ VsNativeEventFilter::VsNativeEventFilter(QObject *parent)
     : QObject(parent)
 {
     connect(&m_placement, &WindowPlacement::movedByUser, this, &VsNativeEventFilter::onUserMoved);
+    connect(&m_placement, &WindowPlacement::corrected, this, &VsNativeEventFilter::updateMask);
     startWatching();
 }
 

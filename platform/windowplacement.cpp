@@ -13,6 +13,7 @@
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
 
+#include <cmath>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -23,6 +24,8 @@ namespace
 // An answer that takes longer is taken for the window system's own doing; what is wanted stays.
 constexpr auto answerTime = 500ms;
 constexpr auto screenChangeTime = 1000ms;
+
+bool isSamePixel(double one, double other) { return std::abs(one - other) < 2; }
 
 } // namespace
 
@@ -54,6 +57,7 @@ void WindowPlacement::setWindow(QWindow *window)
     if (!m_window)
         return;
     m_wanted = m_asked = m_window->geometry();
+    m_ratio = m_window->devicePixelRatio();
     m_window->installEventFilter(this);
     connect(m_window, &QWindow::windowStateChanged, this, [this](Qt::WindowState state) {
         if (state == Qt::WindowMinimized)
@@ -63,8 +67,10 @@ void WindowPlacement::setWindow(QWindow *window)
 
 void WindowPlacement::adoptGeometry()
 {
-    if (m_window)
+    if (m_window) {
         m_wanted = m_asked = m_window->geometry();
+        m_ratio = m_window->devicePixelRatio();
+    }
     m_isWantedKnown = true;
 }
 
@@ -98,7 +104,11 @@ void WindowPlacement::noteChange()
     if (!m_window || m_window->geometry() == m_asked)
         return;
     const QRect before = std::exchange(m_asked, m_window->geometry());
-    if (!std::exchange(m_hearing, false)) {
+    const double ratioBefore = std::exchange(m_ratio, m_window->devicePixelRatio());
+    if (ratioBefore != m_ratio
+        && isSamePixel(m_asked.width() * m_ratio, before.width() * ratioBefore)) {
+        compareAfterScreenChange(); // Qt counts the same pixels anew
+    } else if (!std::exchange(m_hearing, false)) {
         // A size that only the window system gave is not taken over with a new place.
         m_wanted = QRect(
             m_asked.topLeft(), m_asked.size() == before.size() ? m_wanted.size() : m_asked.size());
@@ -155,6 +165,9 @@ bool WindowPlacement::eventFilter(QObject *watched, QEvent *event)
             m_isCorrectionDue = true;
             settleWithin(answerTime);
         }
+        break;
+    case QEvent::DevicePixelRatioChange:
+        noteChange();
         break;
     case QEvent::Enter:
         m_lastPointer = static_cast<QEnterEvent *>(event)->globalPosition().toPoint();
@@ -262,6 +275,7 @@ void WindowPlacement::settle()
     }
     if (std::exchange(m_isCorrectionDue, false) && !isAt(target())) {
         move(target());
+        Q_EMIT corrected();
         return;
     }
     m_isAnswerDue = false;
@@ -286,7 +300,7 @@ QRect WindowPlacement::target() const
     if (isOnAnyScreen())
         return m_wanted;
     if (isPlaceKept())
-        return m_asked; // wherever the window system has put it meanwhile
+        return {m_asked.topLeft(), m_wanted.size()}; // wherever it has been put meanwhile
     return {positionOnNearestScreen(m_wanted.topLeft(), m_wanted.size(), screenGeometries()),
         m_wanted.size()};
 }

@@ -74,6 +74,8 @@ public:
 Q_SIGNALS:
     /// The user has moved the window through the window manager.
     void movedByUser();
+    /// The window has been asked to return to where it is wanted, perhaps with another size.
+    void corrected();
     /// The window is shown again after it has waited for its monitor.
     void shownAgain();
     /// The window has been minimised; its geometry is still the one from before.
@@ -106,6 +108,7 @@ private:
     QRect m_wanted;
     std::optional<QPoint> m_lastPointer; // on the window
     QPoint m_pointerOffset; // from there, at the last change that the window system made
+    double m_ratio = 1; // of m_asked
     QRect m_asked; // or seen, once the window system has settled for something else
     bool m_isWantedKnown = false; // until then any place is as good as another
     bool m_hearing = false; // the next change is the window system's

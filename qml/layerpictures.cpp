@@ -8,6 +8,7 @@
 
 #include <QtQml/qqmlengine.h>
 #include <QtQuick/qquickimageprovider.h>
+#include <QtQuick/qquickitem.h>
 #include <QtQuick/qquickwindow.h>
 
 #include <chrono>
@@ -82,7 +83,9 @@ QUrl LayerPictures::intercept(const QUrl &url, DataType type)
     if (type != UrlString || !isLayer(url))
         return url;
     m_rest.start();
-    const int side = m_window ? m_window->width() : 0;
+    // Not the window's: after a change of the ratio Qt counts its pixels anew, while its content
+    // keeps its size until the window has been resized.
+    const int side = m_window ? int(m_window->contentItem()->width()) : 0;
     const double ratio = m_window ? m_window->effectiveDevicePixelRatio() : 1;
     return QUrl(u"image://%1/%2/%3/%4"_s.arg(providerName)
             .arg(side)

@@ -5,6 +5,7 @@
 
 #include "tests/desktop/runningclock.h"
 #include "tests/desktop/xinput.h"
+#include "tests/desktop/xsettings.h"
 
 #include <QtCore/qprocess.h>
 #include <QtDBus/qdbusconnection.h>
@@ -118,19 +119,6 @@ private:
 class GtkDesktop : public Desktop
 {
 public:
-    explicit GtkDesktop(const ClockHome &home)
-        : m_file(home.path() + u"/xsettings"_s)
-    {
-        writeTheme(false);
-        m_daemon.start(u"xsettingsd"_s, {u"-c"_s, m_file});
-        QVERIFY(m_daemon.waitForStarted());
-    }
-    ~GtkDesktop() override
-    {
-        m_daemon.terminate();
-        m_daemon.waitForFinished();
-    }
-
     QMap<QString, QString> environment() const override
     {
         return {{u"QT_QPA_PLATFORMTHEME"_s, u"gtk3"_s}, {u"NO_AT_BRIDGE"_s, u"1"_s}};
@@ -138,29 +126,19 @@ public:
 
     void setDark(bool dark) override
     {
-        writeTheme(dark);
-        kill(pid_t(m_daemon.processId()), SIGHUP); // reads its file again
+        m_settings.change(
+            dark ? "Net/ThemeName \"Adwaita-dark\"\n" : "Net/ThemeName \"Adwaita\"\n");
     }
 
 private:
-    void writeTheme(bool dark)
-    {
-        QFile file(m_file);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QVERIFY(
-            file.write(dark ? "Net/ThemeName \"Adwaita-dark\"\n" : "Net/ThemeName \"Adwaita\"\n")
-            > 0);
-    }
-
-    QString m_file;
-    QProcess m_daemon;
+    XSettings m_settings{"Net/ThemeName \"Adwaita\"\n"};
 };
 
 std::unique_ptr<Desktop> makeDesktop(const QByteArray &name, const ClockHome &home)
 {
     if (name == "KDE")
         return std::make_unique<KdeDesktop>(home);
-    return std::make_unique<GtkDesktop>(home);
+    return std::make_unique<GtkDesktop>();
 }
 
 void closeMenu()
