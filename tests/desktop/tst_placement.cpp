@@ -32,19 +32,6 @@ constexpr QRect nearestPlace(720, 410, 240, 240); // the same, on the left one a
 constexpr QRect third(1920, 0, 960, 1080);
 const QPoint hold(31, -17); // where it is taken, from its centre
 
-// Uses a control of the program's windows as a screen reader does.
-bool pressControl(qint64 pid, const QString &name)
-{
-    QProcess script;
-    script.setProcessChannelMode(QProcess::ForwardedChannels);
-    script.start(u"python3"_s,
-        {u"-B"_s, u"-Wignore"_s,
-            QStringLiteral(VESPER_SOURCE_FOLDER "/tests/desktop/accessible_press.py"),
-            QString::number(pid), name});
-    return script.waitForFinished() && script.exitStatus() == QProcess::NormalExit
-        && script.exitCode() == 0;
-}
-
 // Windows of some other program that is topmost.
 class TopmostWindow : public QRasterWindow
 {
@@ -366,8 +353,7 @@ void TestPlacement::appearsWhenItIsNoLongerKept()
     QVERIFY(Monitors::removeRight());
     QTRY_VERIFY_WITH_TIMEOUT(!window().isMapped(), limitMs);
     QVERIFY(host.choose(u"Settings..."_s));
-    QVERIFY(
-        pressControl(m_clock->pid(), u"Maintain Position even when the Monitor is Disconnected"_s));
+    QVERIFY(m_clock->pressControl(u"Maintain Position even when the Monitor is Disconnected"_s));
     QTRY_VERIFY_WITH_TIMEOUT(isVisibleOnAScreen(), 2000);
     QCOMPARE(leaves(geometry()), QString());
     QCOMPARE(stored(), place);
