@@ -4,6 +4,7 @@
 // Where the clock is after monitors have gone and come, in combination with everything else that
 // moves, hides or stores it. There are two monitors side by side, and sometimes a third.
 
+#include "tests/desktop/clockmenu.h"
 #include "tests/desktop/monitors.h"
 #include "tests/desktop/runningclock.h"
 #include "tests/desktop/statusnotifierhost.h"
@@ -76,6 +77,8 @@ private Q_SLOTS:
     void staysMinimizedWithoutItsMonitor();
     void isRestoredToThePixel_data();
     void isRestoredToThePixel();
+    void changesTheTaskbarWithoutItsMonitor_data();
+    void changesTheTaskbarWithoutItsMonitor();
     void startsDoNotMoveIt();
     void windowManagersMoveIsTheUsers_data();
     void windowManagersMoveIsTheUsers();
@@ -470,6 +473,42 @@ void TestPlacement::isRestoredToThePixel()
         QCOMPARE(geometry(), where);
     }
     QCOMPARE(stored(), where);
+}
+
+void TestPlacement::changesTheTaskbarWithoutItsMonitor_data()
+{
+    QTest::addColumn<bool>("keptSince");
+
+    QTest::newRow("not kept") << false;
+    QTest::newRow("kept since the monitor has gone") << true;
+}
+
+void TestPlacement::changesTheTaskbarWithoutItsMonitor()
+{
+    QFETCH(bool, keptSince);
+
+    const StatusNotifierHost host;
+    start();
+    QTRY_COMPARE(host.items().size(), 1);
+    QTRY_VERIFY(host.menuTexts().contains(u"Quit"_s));
+    QVERIFY(Monitors::removeRight());
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), nearestPlace, limitMs);
+    QTest::qWait(calmMs);
+    if (keptSince) {
+        QVERIFY(host.choose(u"Settings..."_s));
+        QVERIFY(
+            m_clock->pressControl(u"Maintain Position even when the Monitor is Disconnected"_s));
+    }
+    for (int i = 0; i < 6; ++i) {
+        QVERIFY(ClockMenu::choose(nearestPlace.center(), ClockMenu::ShowOnTaskbar));
+        QTRY_COMPARE(window().states().contains("SKIP_TASKBAR"), i % 2 != 0);
+        QTest::qWait(calmMs);
+        QTRY_VERIFY(window().isMapped());
+        QCOMPARE(geometry(), nearestPlace);
+    }
+    QVERIFY(Monitors::addRight());
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), place, limitMs);
+    QCOMPARE(stored(), place);
 }
 
 // Under a window manager that puts it elsewhere as well.
