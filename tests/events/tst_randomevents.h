@@ -96,6 +96,7 @@ private:
     bool takeRow(int index, const QString &name, Hands::Key key);
     void choose(Row row);
     void chooseInMoveMenu();
+    QList<QRect> placesAfterMove(MoveRow row) const;
     void giveTimeForTheTaskbar() const;
     void allowForFrame();
     void closeDialog(bool byKey);
