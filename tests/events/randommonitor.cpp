@@ -71,8 +71,26 @@ void TestRandomEvents::plugAtRandom()
     plugMonitor(isThere);
 }
 
+// Where it is of more interest that the monitor goes.
+void TestRandomEvents::dragToRightMonitor()
+{
+    const QRect left = leftMonitor();
+    const QRect right = screen().adjusted(left.width(), 0, 0, 0);
+    const QSize room = right.size() - m_place.size();
+    if (m_checks.fixed || room.isEmpty())
+        return;
+    const QPoint from = pointOnClock();
+    const QPoint corner = m_dice->anyPointOf(QRect(right.topLeft(), room));
+    const QPoint to = from + corner - m_place.topLeft();
+    note(u"drag "_s + textOf({from, to}));
+    placeByUser({corner, m_place.size()});
+    pull({from, to});
+}
+
 void TestRandomEvents::changeMonitors()
 {
+    if (DrivenClock::isMonitorConnected() && m_dice->oneIn(2))
+        dragToRightMonitor();
     plugAtRandom();
     if (QTest::currentTestFailed())
         return;

@@ -106,6 +106,7 @@ private:
     // Parts of what happens when monitors do.
     void plugMonitor(bool on);
     void plugAtRandom();
+    void dragToRightMonitor();
     bool canDoWithoutMonitor() const;
     bool belongsOnScreen() const;
     bool isHiddenByMonitor() const;
