@@ -105,13 +105,13 @@ QPoint TestRandomEvents::pointElsewhere()
     return point;
 }
 
-// Where a hand still reaches it. What grows beyond the screen's edge is moved back by some window
+// Where a hand still reaches it. What grows beyond the edge of a monitor is moved back by some window
 // managers.
 bool TestRandomEvents::canStandAt(QRect place) const
 {
     const bool hasGrown = place.width() > m_place.width();
     return place.width() <= largestSide && canStandOn(screen(), place)
-        && (!hasGrown || screen().contains(place));
+        && (!hasGrown || monitorAt(place.center()).contains(place));
 }
 
 bool TestRandomEvents::canStandOn(QRect room, QRect place)
@@ -168,10 +168,14 @@ void TestRandomEvents::turnWheel()
     Hands::moveTo(at);
     Hands::hold(Key::Control);
     QTest::qWait(handMs); // a notch at the moment in which the pointer arrives counts as none
+    const QPoint corner = m_place.topLeft();
     for (int i = 0; i < std::abs(notches); ++i) {
         const int half = notchPx / 2 * (notches > 0 ? 1 : -1);
         const QRect after = m_place.adjusted(-half, -half, half, half);
-        if (!canStandAt(after) || !QRegion(after, QRegion::Ellipse).contains(at))
+        // The mask gets its size at once, the window its place when the window manager has looked.
+        const QRect early(corner, after.size());
+        if (!canStandAt(after) || !QRegion(after, QRegion::Ellipse).contains(at)
+            || !QRegion(early, QRegion::Ellipse).contains(at))
             break;
         Hands::turnWheel(notches > 0 ? 1 : -1);
         if (after.width() <= smallestSide)
