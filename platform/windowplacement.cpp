@@ -211,7 +211,9 @@ void WindowPlacement::restore(const QRect &geometry)
     if (!m_window)
         return;
     const bool changesWanted = !isDisplaced();
-    move(geometry);
+    const bool isAway = !changesWanted
+        && !meetsAnyScreen(geometry.topLeft(), geometry.size(), screenGeometries());
+    move(isAway ? target() : geometry); // a window manager would leave a strip of it on the screen
     if (changesWanted) {
         m_wanted = geometry;
         m_isWantedKnown = true;

@@ -54,7 +54,7 @@ public:
     [[nodiscard]] bool isDisplaced();
 
     /// Sets the window's geometry again after something has lost it. This changes what is wanted
-    /// only if the window is where it is wanted.
+    /// only if the window is where it is wanted. A window whose monitor is away stays on the other.
     void restore(const QRect &geometry);
     /// Moves the window onto the nearest screen until its own is there again, and shows it if it
     /// waits for that one. Does nothing if it belongs on a screen that is there, at least partly,

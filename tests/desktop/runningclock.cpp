@@ -196,6 +196,18 @@ bool RunningClock::dragTo(QPoint topLeft) const
         [&] { return m_window.geometry() == QRect(topLeft, from.size()); }, limitMs);
 }
 
+bool RunningClock::pressControl(const QString &name) const
+{
+    QProcess script;
+    script.setProcessChannelMode(QProcess::ForwardedChannels);
+    script.start(u"python3"_s,
+        {u"-B"_s, u"-Wignore"_s,
+            QStringLiteral(VESPER_SOURCE_FOLDER "/tests/desktop/accessible_press.py"),
+            QString::number(pid()), name});
+    return script.waitForFinished() && script.exitStatus() == QProcess::NormalExit
+        && script.exitCode() == 0;
+}
+
 void RunningClock::signal(int signal) const { ::kill(pid_t(pid()), signal); }
 
 QByteArray RunningClock::output()

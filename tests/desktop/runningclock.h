@@ -72,6 +72,9 @@ public:
     /// Drags the clock by its middle until its corner is at \a topLeft, as a user would. False if
     /// it does not get there.
     [[nodiscard]] bool dragTo(QPoint topLeft) const;
+    /// Uses a control of its windows as a screen reader does. The program has to be started with
+    /// QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1.
+    [[nodiscard]] bool pressControl(const QString &name) const;
     /// Sends \a signal to the program.
     void signal(int signal) const;
 

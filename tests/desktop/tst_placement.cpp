@@ -4,6 +4,7 @@
 // Where the clock is after monitors have gone and come, in combination with everything else that
 // moves, hides or stores it. There are two monitors side by side, and sometimes a third.
 
+#include "tests/desktop/clockmenu.h"
 #include "tests/desktop/monitors.h"
 #include "tests/desktop/runningclock.h"
 #include "tests/desktop/statusnotifierhost.h"
@@ -31,19 +32,6 @@ constexpr QRect place(1300, 410, 240, 240); // on the right monitor
 constexpr QRect nearestPlace(720, 410, 240, 240); // the same, on the left one alone
 constexpr QRect third(1920, 0, 960, 1080);
 const QPoint hold(31, -17); // where it is taken, from its centre
-
-// Uses a control of the program's windows as a screen reader does.
-bool pressControl(qint64 pid, const QString &name)
-{
-    QProcess script;
-    script.setProcessChannelMode(QProcess::ForwardedChannels);
-    script.start(u"python3"_s,
-        {u"-B"_s, u"-Wignore"_s,
-            QStringLiteral(VESPER_SOURCE_FOLDER "/tests/desktop/accessible_press.py"),
-            QString::number(pid), name});
-    return script.waitForFinished() && script.exitStatus() == QProcess::NormalExit
-        && script.exitCode() == 0;
-}
 
 // Windows of some other program that is topmost.
 class TopmostWindow : public QRasterWindow
@@ -89,6 +77,8 @@ private Q_SLOTS:
     void staysMinimizedWithoutItsMonitor();
     void isRestoredToThePixel_data();
     void isRestoredToThePixel();
+    void changesTheTaskbarWithoutItsMonitor_data();
+    void changesTheTaskbarWithoutItsMonitor();
     void startsDoNotMoveIt();
     void windowManagersMoveIsTheUsers_data();
     void windowManagersMoveIsTheUsers();
@@ -366,8 +356,7 @@ void TestPlacement::appearsWhenItIsNoLongerKept()
     QVERIFY(Monitors::removeRight());
     QTRY_VERIFY_WITH_TIMEOUT(!window().isMapped(), limitMs);
     QVERIFY(host.choose(u"Settings..."_s));
-    QVERIFY(
-        pressControl(m_clock->pid(), u"Maintain Position even when the Monitor is Disconnected"_s));
+    QVERIFY(m_clock->pressControl(u"Maintain Position even when the Monitor is Disconnected"_s));
     QTRY_VERIFY_WITH_TIMEOUT(isVisibleOnAScreen(), 2000);
     QCOMPARE(leaves(geometry()), QString());
     QCOMPARE(stored(), place);
@@ -484,6 +473,42 @@ void TestPlacement::isRestoredToThePixel()
         QCOMPARE(geometry(), where);
     }
     QCOMPARE(stored(), where);
+}
+
+void TestPlacement::changesTheTaskbarWithoutItsMonitor_data()
+{
+    QTest::addColumn<bool>("keptSince");
+
+    QTest::newRow("not kept") << false;
+    QTest::newRow("kept since the monitor has gone") << true;
+}
+
+void TestPlacement::changesTheTaskbarWithoutItsMonitor()
+{
+    QFETCH(bool, keptSince);
+
+    const StatusNotifierHost host;
+    start();
+    QTRY_COMPARE(host.items().size(), 1);
+    QTRY_VERIFY(host.menuTexts().contains(u"Quit"_s));
+    QVERIFY(Monitors::removeRight());
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), nearestPlace, limitMs);
+    QTest::qWait(calmMs);
+    if (keptSince) {
+        QVERIFY(host.choose(u"Settings..."_s));
+        QVERIFY(
+            m_clock->pressControl(u"Maintain Position even when the Monitor is Disconnected"_s));
+    }
+    for (int i = 0; i < 6; ++i) {
+        QVERIFY(ClockMenu::choose(nearestPlace.center(), ClockMenu::ShowOnTaskbar));
+        QTRY_COMPARE(window().states().contains("SKIP_TASKBAR"), i % 2 != 0);
+        QTest::qWait(calmMs);
+        QTRY_VERIFY(window().isMapped());
+        QCOMPARE(geometry(), nearestPlace);
+    }
+    QVERIFY(Monitors::addRight());
+    QTRY_COMPARE_WITH_TIMEOUT(geometry(), place, limitMs);
+    QCOMPARE(stored(), place);
 }
 
 // Under a window manager that puts it elsewhere as well.

@@ -27,9 +27,20 @@ public:
     static bool canHangOverTheEdge();
     /// Whether an input gets lost now and then, whatever the program does (Wine).
     static bool losesInput();
+    /// Whether a clock on the taskbar may have a frame, with which it is kept on the screen (Wine).
+    static bool mayHaveFrame();
 
-    /// Starts the program, and waits until the clock is seen and its menu has its style. False if
-    /// that never happens.
+    /// Whether there are two monitors side by side, of which the right one can be taken away. If
+    /// so, a tray is there, too.
+    static bool hasTwoMonitors();
+    /// To be called once, before the first of them. False if the system has no room for them.
+    [[nodiscard]] static bool setUpMonitors();
+    static bool isMonitorConnected();
+    /// Takes the right monitor away or brings it back, and waits until this program knows it.
+    [[nodiscard]] static bool connectMonitor(bool on);
+
+    /// Starts the program, and waits until the clock is seen, its menu has its style and its icon
+    /// is in the tray if there is one. False if that never happens.
     [[nodiscard]] bool start();
     /// Waits until the program ends by itself and returns its exit code; none if it goes on or
     /// crashes.
@@ -66,6 +77,10 @@ public:
     bool dialogHasKeyboard() const;
     /// As the button of a title bar does.
     void closeDialogs() const;
+    /// Uses a control of theirs, as a screen reader does.
+    [[nodiscard]] bool pressControl(const QString &name) const;
+    /// Chooses an entry of the icon's menu.
+    [[nodiscard]] bool chooseInTray(const QString &text) const;
     /// To be called when one has gone: until the system knows where the keyboard is.
     static void settleFocus();
 

@@ -86,6 +86,16 @@ bool DrivenClock::losesInput()
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
+bool DrivenClock::mayHaveFrame() { return true; }
+
+bool DrivenClock::hasTwoMonitors() { return false; }
+
+bool DrivenClock::setUpMonitors() { return true; }
+
+bool DrivenClock::isMonitorConnected() { return false; }
+
+bool DrivenClock::connectMonitor([[maybe_unused]] bool on) { return false; }
+
 DrivenClock::~DrivenClock()
 {
     m_program.reset();
@@ -189,6 +199,10 @@ void DrivenClock::closeDialogs() const
     for (const HWND dialog : dialogs)
         PostMessageW(dialog, WM_CLOSE, 0, 0);
 }
+
+bool DrivenClock::pressControl([[maybe_unused]] const QString &name) const { return false; }
+
+bool DrivenClock::chooseInTray([[maybe_unused]] const QString &text) const { return false; }
 
 // It seems that Wine hears late from the X server that a window has lost the keyboard. Nothing
 // tells when it has.

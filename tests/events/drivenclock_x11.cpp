@@ -3,8 +3,11 @@
 
 #include "tests/events/drivenclock.h"
 
+#include "tests/desktop/monitors.h"
 #include "tests/desktop/runningclock.h"
+#include "tests/desktop/statusnotifierhost.h"
 
+#include <QtCore/qdebug.h>
 #include <QtCore/qfileinfo.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qpixmap.h>
@@ -13,8 +16,17 @@
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+constexpr QRect leftMonitor(0, 0, 1920, 1080);
+constexpr QRect rightMonitor(1920, 0, 960, 1080);
+
+} // namespace
+
 struct DrivenClock::Program {
     ClockHome home;
+    StatusNotifierHost tray;
     std::unique_ptr<RunningClock> clock;
 
     XWindow window() const { return clock->window(); }
@@ -32,16 +44,47 @@ DrivenClock::DrivenClock(const QJsonObject &settings)
     m_program->home.writeSettings(settings);
 }
 
-bool DrivenClock::canHangOverTheEdge() { return true; }
+// KWin brings what has been dragged back onto the screen now and then.
+bool DrivenClock::canHangOverTheEdge()
+{
+    return qEnvironmentVariable("VESPER_WM") != u"kwin_x11"_s;
+}
 
 bool DrivenClock::losesInput() { return false; }
+
+bool DrivenClock::mayHaveFrame() { return false; }
+
+bool DrivenClock::hasTwoMonitors() { return true; }
+
+bool DrivenClock::setUpMonitors()
+{
+    const QRect whole = QGuiApplication::primaryScreen()->virtualGeometry();
+    if (whole != (leftMonitor | rightMonitor)) {
+        qWarning() << "The screen should be VESPER_SCREEN=2880x1080, but is" << whole;
+        return false;
+    }
+    return Monitors::divide(leftMonitor);
+}
+
+bool DrivenClock::isMonitorConnected() { return Monitors::has(u"right"_s); }
+
+bool DrivenClock::connectMonitor(bool on)
+{
+    return on ? Monitors::addRight(rightMonitor) : Monitors::removeRight();
+}
 
 DrivenClock::~DrivenClock() = default;
 
 bool DrivenClock::start()
 {
-    m_program->clock = std::make_unique<RunningClock>(m_program->home);
-    if (!m_program->clock->waitForWindow())
+    const qsizetype icons = m_program->tray.items().size();
+    m_program->clock = std::make_unique<RunningClock>(m_program->home,
+        ClockStart{.environment = {{u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s}}});
+    const auto hasIcon = [&] {
+        return m_program->tray.items().size() > icons
+            && m_program->tray.menuTexts().contains(u"Quit"_s);
+    };
+    if (!m_program->clock->waitForWindow() || !QTest::qWaitFor(hasIcon))
         return false;
     QTest::qWait(styleMs);
     return true;
@@ -108,5 +151,12 @@ void DrivenClock::closeDialogs() const
     for (const XWindow dialog : dialogs)
         dialog.close();
 }
+
+bool DrivenClock::pressControl(const QString &name) const
+{
+    return m_program->clock->pressControl(name);
+}
+
+bool DrivenClock::chooseInTray(const QString &text) const { return m_program->tray.choose(text); }
 
 void DrivenClock::settleFocus() { } // the window manager gives it to the clock or to nobody

@@ -31,7 +31,19 @@ QPoint clampedTo(QRect rectangle, QPoint point)
 
 } // namespace
 
-QRect TestRandomEvents::screen() { return QGuiApplication::primaryScreen()->geometry(); }
+QRect TestRandomEvents::screen()
+{
+    return DrivenClock::hasTwoMonitors() ? QGuiApplication::primaryScreen()->virtualGeometry()
+                                         : QGuiApplication::primaryScreen()->geometry();
+}
+
+QRect TestRandomEvents::monitorAt(QPoint point)
+{
+    const QScreen *screen = QGuiApplication::screenAt(point);
+    return screen ? screen->geometry() : QRect();
+}
+
+void TestRandomEvents::placeByUser(QRect place) { m_place = m_wanted = place; }
 
 QString TestRandomEvents::textOf(const QList<QPoint> &points)
 {
@@ -93,15 +105,19 @@ QPoint TestRandomEvents::pointElsewhere()
     return point;
 }
 
-// Where a hand still reaches it. What grows beyond the screen's edge is moved back by some window
+// Where a hand still reaches it. What grows beyond the edge of a monitor is moved back by some window
 // managers.
 bool TestRandomEvents::canStandAt(QRect place) const
 {
-    const bool isHanging = !screen().contains(place);
-    if (isHanging && (place.width() > m_place.width() || !DrivenClock::canHangOverTheEdge()))
-        return false;
-    return place.width() <= largestSide
-        && screen().adjusted(edgePx, edgePx, -edgePx, -edgePx).contains(place.center());
+    const bool hasGrown = place.width() > m_place.width();
+    return place.width() <= largestSide && canStandOn(screen(), place)
+        && (!hasGrown || monitorAt(place.center()).contains(place));
+}
+
+bool TestRandomEvents::canStandOn(QRect room, QRect place)
+{
+    return room.adjusted(edgePx, edgePx, -edgePx, -edgePx).contains(place.center())
+        && (DrivenClock::canHangOverTheEdge() || room.contains(place));
 }
 
 void TestRandomEvents::drag()
@@ -115,7 +131,7 @@ void TestRandomEvents::drag()
             continue;
         points.append(to);
         if (!m_checks.fixed)
-            m_place = after;
+            placeByUser(after);
     }
     note(u"drag "_s + textOf(points));
     pull(points);
@@ -138,7 +154,7 @@ void TestRandomEvents::dragWithControl()
         return;
     // Without the key it is an ordinary drag, and what hangs over the screen's edge is moved back.
     QTest::qWait(moveMs);
-    m_place = m_clock->geometry();
+    placeByUser(m_clock->geometry());
 }
 
 // The limit itself is not reached, and the clock does not shrink away from under the hand.
@@ -152,15 +168,19 @@ void TestRandomEvents::turnWheel()
     Hands::moveTo(at);
     Hands::hold(Key::Control);
     QTest::qWait(handMs); // a notch at the moment in which the pointer arrives counts as none
+    const QPoint corner = m_place.topLeft();
     for (int i = 0; i < std::abs(notches); ++i) {
         const int half = notchPx / 2 * (notches > 0 ? 1 : -1);
         const QRect after = m_place.adjusted(-half, -half, half, half);
-        if (!canStandAt(after) || !QRegion(after, QRegion::Ellipse).contains(at))
+        // The mask gets its size at once, the window its place when the window manager has looked.
+        const QRect early(corner, after.size());
+        if (!canStandAt(after) || !QRegion(after, QRegion::Ellipse).contains(at)
+            || !QRegion(early, QRegion::Ellipse).contains(at))
             break;
         Hands::turnWheel(notches > 0 ? 1 : -1);
         if (after.width() <= smallestSide)
             continue;
-        m_place = after;
+        placeByUser(after);
     }
     // A hand that is still on the key when the clock follows.
     if (!QTest::qWaitFor([this] { return m_clock->geometry() == m_place; }) && mayRepeat()) {
@@ -201,7 +221,7 @@ void TestRandomEvents::pullCorner()
     if (!screen().contains(from) || (isTaken && !canStandAt(after)))
         return drag();
     if (isTaken)
-        m_place = after;
+        placeByUser(after);
     note(u"pull corner "_s + textOf({from, to}));
     pull({from, to});
 }

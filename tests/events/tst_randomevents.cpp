@@ -39,8 +39,18 @@ const QList<TestRandomEvents::Kind> &TestRandomEvents::kinds()
         {5, &TestRandomEvents::chooseInMenu},
         {2, &TestRandomEvents::leaveMenu},
         {2, &TestRandomEvents::minimizeAndRestore},
+        {2, &TestRandomEvents::changeMonitors}, // these two come last, and take seconds
+        {1, &TestRandomEvents::switchKeepPosition},
     };
-    return all;
+    static const QList<Kind> withoutMonitors = all.first(all.size() - 2);
+    return DrivenClock::hasTwoMonitors() ? all : withoutMonitors;
+}
+
+void TestRandomEvents::init()
+{
+    QTest::failOnWarning();
+    QVERIFY(!DrivenClock::hasTwoMonitors() || DrivenClock::isMonitorConnected()
+        || DrivenClock::connectMonitor(true));
 }
 
 void TestRandomEvents::isWhatTheEventsHaveMadeOfIt_data()
@@ -57,9 +67,11 @@ void TestRandomEvents::isWhatTheEventsHaveMadeOfIt()
     const int count = std::max(150, qEnvironmentVariableIntValue("VESPER_EVENTS"));
 
     m_dice = std::make_unique<Dice>(seed);
-    m_place = firstPlace;
+    m_place = m_wanted = firstPlace;
+    m_keepsPosition = false;
     m_checks = {};
     m_events = 0;
+    m_monitorChanges = 0;
     m_lost = 0;
     const QJsonObject geometry{{u"Left"_s, m_place.x()}, {u"Top"_s, m_place.y()},
         {u"Width"_s, m_place.width()}, {u"Height"_s, m_place.height()}};
@@ -74,7 +86,8 @@ void TestRandomEvents::isWhatTheEventsHaveMadeOfIt()
             look();
     }
     QCOMPARE(complaints(), QByteArray());
-    qInfo("%d events, %d inputs got lost", m_events, m_lost);
+    qInfo("%d events, %d changes of the monitors, %d inputs got lost", m_events, m_monitorChanges,
+        m_lost);
     QCOMPARE_LE(m_lost, 1 + count / 100);
 }
 
@@ -142,10 +155,17 @@ QString TestRandomEvents::difference() const
     return {};
 }
 
-// What the program has written, but for what it says each time that its settings are closed.
+// What the program has written, but for what it says each time that its settings are closed or the
+// monitors change.
 QByteArray TestRandomEvents::complaints() const
 {
-    return m_clock->output().replace("Settings Window Destroyed\n", "");
+    QByteArrayList lines = m_clock->output().split('\n');
+    lines.removeIf([](const QByteArray &line) {
+        return line == "Settings Window Destroyed" || line == "Display Change"
+            || line == "Monitor is Avialable" || line == "Monitor is lost"
+            || line.startsWith("QRect(");
+    });
+    return lines.join('\n');
 }
 
 QTEST_MAIN(TestRandomEvents)

@@ -38,7 +38,8 @@ public:
     Q_ENUM(MoveRow)
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(); }
+    void initTestCase() { QVERIFY(DrivenClock::setUpMonitors()); }
+    void init();
     void cleanup();
     void isWhatTheEventsHaveMadeOfIt_data();
     void isWhatTheEventsHaveMadeOfIt();
@@ -71,6 +72,8 @@ private:
     void chooseInMenu();
     void leaveMenu();
     void minimizeAndRestore();
+    void changeMonitors();
+    void switchKeepPosition();
 
     // The hand.
     static QString textOf(const QList<QPoint> &points);
@@ -78,10 +81,13 @@ private:
     void pull(const QList<QPoint> &points);
     void clickForKeyboard(QPoint at);
 
-    static QRect screen();
+    static QRect screen(); // all monitors
+    static QRect monitorAt(QPoint point);
+    void placeByUser(QRect place);
     QPoint pointOnClock();
     QPoint pointElsewhere();
     bool canStandAt(QRect place) const;
+    static bool canStandOn(QRect room, QRect place);
     QByteArray complaints() const;
 
     // Parts of what happens in the menu.
@@ -90,17 +96,35 @@ private:
     bool takeRow(int index, const QString &name, Hands::Key key);
     void choose(Row row);
     void chooseInMoveMenu();
+    QList<QRect> placesAfterMove(MoveRow row) const;
+    void giveTimeForTheTaskbar() const;
     void allowForFrame();
     void closeDialog(bool byKey);
     void quitAndStart();
     void readSettings();
 
+    // Parts of what happens when monitors do.
+    void plugMonitor(bool on);
+    void plugAtRandom();
+    void dragToRightMonitor();
+    bool canDoWithoutMonitor() const;
+    bool belongsOnScreen() const;
+    bool isHiddenByMonitor() const;
+    void followMonitors();
+    void changeMonitorsUnseen();
+    void bringBack();
+    void centerFromTray();
+    void pressKeepPosition();
+
     std::unique_ptr<DrivenClock> m_clock;
     std::unique_ptr<Dice> m_dice;
     QStringList m_notes; // what has been done
     int m_events = 0;
+    int m_monitorChanges = 0;
     int m_lost = 0; // inputs
-    QRect m_place;
+    QRect m_place; // where it has to be seen
+    QRect m_wanted; // where the user has put it: elsewhere only while a monitor is away
+    bool m_keepsPosition = false; // without its monitor
     Checks m_checks;
     QDateTime m_settingsTime; // before the latest choice in the menu
     bool m_firstRowActive = false; // in a menu that was opened by a key
