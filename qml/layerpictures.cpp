@@ -54,6 +54,17 @@ public:
     }
 };
 
+// After a change of the ratio Qt counts a window's pixels anew, while its content keeps its size
+// until the window has been resized. A window that has not been created has told its content
+// nothing.
+int sideOf(const QQuickWindow *window)
+{
+    const QQuickItem *content = window ? window->contentItem() : nullptr;
+    if (!content)
+        return 0;
+    return content->width() > 0 ? int(content->width()) : window->width();
+}
+
 bool isLayer(const QUrl &url)
 {
     return url.scheme() == "qrc"_L1 && url.path().startsWith(themesFolder)
@@ -83,9 +94,7 @@ QUrl LayerPictures::intercept(const QUrl &url, DataType type)
     if (type != UrlString || !isLayer(url))
         return url;
     m_rest.start();
-    // Not the window's: after a change of the ratio Qt counts its pixels anew, while its content
-    // keeps its size until the window has been resized.
-    const int side = m_window ? int(m_window->contentItem()->width()) : 0;
+    const int side = sideOf(m_window);
     const double ratio = m_window ? m_window->effectiveDevicePixelRatio() : 1;
     return QUrl(u"image://%1/%2/%3/%4"_s.arg(providerName)
             .arg(side)
