@@ -105,8 +105,8 @@ QPoint TestRandomEvents::pointElsewhere()
     return point;
 }
 
-// Where a hand still reaches it. What grows beyond the edge of a monitor is moved back by some window
-// managers.
+// Where a hand still reaches it. What grows beyond the edge of a monitor is moved back by some
+// window managers.
 bool TestRandomEvents::canStandAt(QRect place) const
 {
     const bool hasGrown = place.width() > m_place.width();
