@@ -86,7 +86,7 @@ QList<xcb_atom_t> statesOf(xcb_window_t window)
     return states;
 }
 
-xcb_atom_t wmState()
+xcb_atom_t wmStateAtom()
 {
     static const xcb_atom_t atom = atomOf(hints()->connection, "WM_STATE");
     return atom;
@@ -94,7 +94,7 @@ xcb_atom_t wmState()
 
 bool isManaged(WId window)
 {
-    return ManagedWindow::careFor(window) != ManagedWindow::Care::Withdrawn;
+    return ManagedWindow::wmState(window) != ManagedWindow::WmState::Withdrawn;
 }
 
 // EWMH, _NET_SUPPORTING_WM_CHECK: the window that the root names names itself, unless it has
@@ -292,22 +292,22 @@ void ManagedWindow::letMouseThrough(WId window, bool on)
     xcb_flush(xcb);
 }
 
-ManagedWindow::Care ManagedWindow::careFor(WId window)
+ManagedWindow::WmState ManagedWindow::wmState(WId window)
 {
     if (!hints())
-        return Care::Withdrawn;
-    const auto cookie = xcb_get_property(
-        connection(), 0, idOf(window), wmState(), XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
-    const Owned<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(connection(), cookie, nullptr));
+        return WmState::Withdrawn;
+    auto *xcb = hints()->connection;
+    const auto cookie
+        = xcb_get_property(xcb, 0, idOf(window), wmStateAtom(), XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
     if (!reply || xcb_get_property_value_length(reply.get()) < int(sizeof(uint32_t)))
-        return Care::Withdrawn;
-    return Care(*static_cast<const uint32_t *>(xcb_get_property_value(reply.get())));
+        return WmState::Withdrawn;
+    return WmState(*static_cast<const uint32_t *>(xcb_get_property_value(reply.get())));
 }
 
-void ManagedWindow::awaitCare(WId window, bool isInCare)
+void ManagedWindow::awaitManaged(WId window, bool managed)
 {
-    const auto isDone = [=] { return isManaged(window) == isInCare; };
+    const auto isDone = [=] { return isManaged(window) == managed; };
     if (!hints() || isDone() || !hasManager())
         return;
     const QDeadlineTimer limit(1s);
@@ -326,12 +326,12 @@ bool ManagedWindow::isNewManager(const void *event)
         && change->state == XCB_PROPERTY_NEW_VALUE;
 }
 
-bool ManagedWindow::isCareSet(const void *event, WId window)
+bool ManagedWindow::isWmStateChange(const void *event, WId window)
 {
     if (typeOf(*static_cast<const xcb_generic_event_t *>(event)) != XCB_PROPERTY_NOTIFY || !hints())
         return false;
     const auto *change = static_cast<const xcb_property_notify_event_t *>(event);
-    return change->window == idOf(window) && change->atom == wmState();
+    return change->window == idOf(window) && change->atom == wmStateAtom();
 }
 
 bool ManagedWindow::isUnmapOf(const void *event, WId window)

@@ -35,18 +35,19 @@ void startShown(WId window);
 /// Lets the mouse fall through, or takes it again in the whole window.
 void letMouseThrough(WId window, bool on);
 
-/// What a window manager has made of it (ICCCM 4.1.3.1, WM_STATE). Withdrawn is also one that no
-/// window manager has in its care yet, Iconic also one on another desktop.
-enum class Care { Withdrawn = 0, Normal = 1, Iconic = 3 };
-[[nodiscard]] Care careFor(WId window);
-/// Waits, for a second at most, until a window manager has it in its care, or has it no longer.
-/// Returns at once where there is no window manager.
-void awaitCare(WId window, bool isInCare);
+/// Its WM_STATE (ICCCM 4.1.3.1). Withdrawn also before a window manager has set one, Iconic also
+/// while it is on another desktop.
+enum class WmState { Withdrawn = 0, Normal = 1, Iconic = 3 };
+[[nodiscard]] WmState wmState(WId window);
+/// Blocks, for a second at most, until it is managed, or with \a managed false until it is
+/// withdrawn. Returns at once without a window manager.
+void awaitManaged(WId window, bool managed);
 
 /// Whether \a event, an xcb_generic_event_t, says that a window manager has just come.
 [[nodiscard]] bool isNewManager(const void *event);
-/// Whether \a event, an xcb_generic_event_t, says that careFor() has been set, be it to the same.
-[[nodiscard]] bool isCareSet(const void *event, WId window);
+/// Whether \a event, an xcb_generic_event_t, says that WM_STATE has been written, even with the
+/// same value.
+[[nodiscard]] bool isWmStateChange(const void *event, WId window);
 /// Whether \a event, an xcb_generic_event_t, says that the window has left the screen.
 [[nodiscard]] bool isUnmapOf(const void *event, WId window);
 

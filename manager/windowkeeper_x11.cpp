@@ -41,15 +41,10 @@ bool WindowKeeper::nativeEventFilter(
     if (eventType != "xcb_generic_event_t" || !m_window->handle())
         return false;
     const WId window = m_window->winId();
-    const auto isInCareAs
-        = [=](ManagedWindow::Care care) { return ManagedWindow::careFor(window) == care; };
-    // A window on the taskbar, as its flags tell, has a desktop, where it is to stay.
-    if (ManagedWindow::isNewManager(message))
-        m_isDue = m_isDue || !m_window->flags().testFlag(Qt::WindowSystemMenuHint);
-    else if (ManagedWindow::isUnmapOf(message, window))
-        m_isDue = m_isDue || !isInCareAs(ManagedWindow::Care::Iconic); // which keeps its states
-    else if (ManagedWindow::isCareSet(message, window) && m_isDue
-        && isInCareAs(ManagedWindow::Care::Normal))
+    if (ManagedWindow::isNewManager(message) || ManagedWindow::isUnmapOf(message, window))
+        m_isApplyDue = m_isApplyDue || hasLostStates();
+    else if (ManagedWindow::isWmStateChange(message, window) && m_isApplyDue
+        && ManagedWindow::wmState(window) == ManagedWindow::WmState::Normal)
         apply();
     return false;
 }
@@ -65,9 +60,19 @@ void WindowKeeper::onVisibleChanged(bool visible)
 {
     if (!m_window->handle())
         return; // a new surface comes first
-    ManagedWindow::awaitCare(m_window->winId(), !visible);
+    ManagedWindow::awaitManaged(m_window->winId(), !visible);
     if (visible)
         prepareForShow();
+}
+
+// A minimised window keeps its states. One on the taskbar, as its flags tell, has a desktop, where
+// it is to stay, unless it has really been withdrawn.
+bool WindowKeeper::hasLostStates() const
+{
+    const auto state = ManagedWindow::wmState(m_window->winId());
+    return state == ManagedWindow::WmState::Withdrawn
+        || (state == ManagedWindow::WmState::Normal
+            && !m_window->flags().testFlag(Qt::WindowSystemMenuHint));
 }
 
 void WindowKeeper::prepareForShow()
@@ -76,12 +81,12 @@ void WindowKeeper::prepareForShow()
     if (!m_window->windowStates().testFlag(Qt::WindowMinimized))
         ManagedWindow::startShown(m_window->winId());
     apply();
-    m_isDue = true;
+    m_isApplyDue = true;
 }
 
 void WindowKeeper::apply()
 {
-    m_isDue = false;
+    m_isApplyDue = false;
     if (m_context)
         m_apply();
 }

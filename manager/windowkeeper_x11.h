@@ -14,11 +14,11 @@ class QWindow;
 /// Sets again what window managers take away from a window.
 ///
 /// A window manager removes the states of a window that is withdrawn, at some time after the hide.
-/// So no show is requested before the hide has been carried out, nor a hide before the show, and
-/// the states are set before the show, for the manager to find. They are set once more when it has
-/// taken the window into its care: it may have been too busy to be waited for. A manager that
-/// replaces another may misunderstand what that one has left: "on all desktops" has been taken for
-/// the last desktop, where nobody sees the clock.
+/// So a show waits until the hide has been carried out, and a hide until the show has, each for a
+/// second at most. The states are set before the show, for the manager to find, and once more when
+/// it manages the window, since it may have been too busy to be waited for. A manager that replaces
+/// another may misunderstand what that one has left: "on all desktops" has been taken for the last
+/// desktop, where nobody sees the clock.
 class WindowKeeper : public QObject, public QAbstractNativeEventFilter
 {
     Q_OBJECT
@@ -32,11 +32,12 @@ public:
 
 private:
     void onVisibleChanged(bool visible);
+    [[nodiscard]] bool hasLostStates() const;
     void prepareForShow();
     void apply();
 
     QWindow *m_window; // the parent
     QPointer<QObject> m_context;
     std::function<void()> m_apply;
-    bool m_isDue = true; // once the window is in a window manager's care
+    bool m_isApplyDue = true; // at the next WM_STATE Normal
 };

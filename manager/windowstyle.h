@@ -40,8 +40,8 @@ void showWindow(WId window);
 
 /// Calls \a apply whenever \a window may have lost what these functions have set: after Qt has made
 /// its native window anew and, where a hidden window forgets, before each show and once a window
-/// manager has the window in its care; no longer once \a context is gone. Where a window manager
-/// carries out shows and hides, the next one waits for it, a second at most.
+/// manager manages the window; no longer once \a context is gone. Where a window manager carries
+/// out shows and hides, each waits for the one before, for a second at most.
 void reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply);
 
 /// Leaves the thread's DPI awareness as it is, after having switched it to per-monitor once.

@@ -71,8 +71,8 @@ bool VsNativeEventFilter::hasMonitor(WId window)
     return MonitorFromWindow(handleOf(window), MONITOR_DEFAULTTONULL) != nullptr;
 }
 
-// With the setting off the clock has been rescued by the time its monitor is back. The place that
-// Windows gave the window before that must not become the user's.
+// With the setting off the window's own geometry may be one that Windows chose before the rescue,
+// which must not be restored as the user's.
 QRect VsNativeEventFilter::clockGeometry()
 {
     const bool keepsPlace = m_config && m_config->keepPositionWhenMonitorDetatched();

@@ -25,7 +25,8 @@ namespace
 constexpr auto answerTime = 500ms;
 constexpr auto screenChangeTime = 1000ms;
 
-bool isSamePixel(double one, double other) { return std::abs(one - other) < 2; }
+// In native pixels, computed from rounded ones.
+bool isSameWidth(double one, double other) { return std::abs(one - other) < 2; }
 
 } // namespace
 
@@ -101,13 +102,15 @@ bool WindowPlacement::isDisplaced()
 // a change that the window system has not been heard to make.
 void WindowPlacement::noteChange()
 {
-    if (!m_window || m_window->geometry() == m_asked)
+    if (!m_window)
+        return;
+    const double ratioBefore = std::exchange(m_ratio, m_window->devicePixelRatio());
+    if (m_window->geometry() == m_asked)
         return;
     const QRect before = std::exchange(m_asked, m_window->geometry());
-    const double ratioBefore = std::exchange(m_ratio, m_window->devicePixelRatio());
-    if (ratioBefore != m_ratio
-        && isSamePixel(m_asked.width() * m_ratio, before.width() * ratioBefore)) {
-        compareAfterScreenChange(); // Qt counts the same pixels anew
+    if (m_isWantedKnown && ratioBefore != m_ratio
+        && isSameWidth(m_asked.width() * m_ratio, before.width() * ratioBefore)) {
+        compareAfterScreenChange(); // the scale factor has changed, the native size has not
     } else if (!std::exchange(m_hearing, false)) {
         // A size that only the window system gave is not taken over with a new place.
         m_wanted = QRect(

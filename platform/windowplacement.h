@@ -54,7 +54,8 @@ public:
     [[nodiscard]] bool isDisplaced();
 
     /// Sets the window's geometry again after something has lost it. This changes what is wanted
-    /// only if the window is where it is wanted. A window whose monitor is away stays on the other.
+    /// only if the window is where it is wanted. While its monitor is away it stays on the nearest
+    /// one.
     void restore(const QRect &geometry);
     /// Moves the window onto the nearest screen until its own is there again, and shows it if it
     /// waits for that one. Does nothing if it belongs on a screen that is there, at least partly,
@@ -108,8 +109,8 @@ private:
     QRect m_wanted;
     std::optional<QPoint> m_lastPointer; // on the window
     QPoint m_pointerOffset; // from there, at the last change that the window system made
-    double m_ratio = 1; // of m_asked
     QRect m_asked; // or seen, once the window system has settled for something else
+    double m_ratio = 1; // device pixel ratio of the window, as last seen
     bool m_isWantedKnown = false; // until then any place is as good as another
     bool m_hearing = false; // the next change is the window system's
     bool m_isUserMoving = false; // but made by the user through the window manager

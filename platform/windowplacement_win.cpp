@@ -18,8 +18,9 @@ bool isDown(int key) { return GetAsyncKeyState(key) < 0; }
 
 } // namespace
 
-// What this thread asks for arrives inside the call. What arrives from another thread,
-// synchronously or not, is the doing of Windows or of another program.
+// What this thread asks for arrives inside the call. What Windows or another program does arrives
+// from another thread, inside a sent message or, with SWP_ASYNCWINDOWPOS, inside a notification
+// (seen under Wine).
 void WindowPlacement::interpretNativeEvent(void *message)
 {
     const auto *msg = static_cast<const MSG *>(message);

@@ -54,15 +54,13 @@ public:
     }
 };
 
-// After a change of the ratio Qt counts a window's pixels anew, while its content keeps its size
-// until the window has been resized. A window that has not been created has told its content
-// nothing.
-int sideOf(const QQuickWindow *window)
+// When the scale factor changes, the window's size changes at once, that of its content only with
+// the next resize event. Before the window is created, and while it is destroyed, only the window
+// has a size.
+int sideOf(const QQuickWindow &window)
 {
-    const QQuickItem *content = window ? window->contentItem() : nullptr;
-    if (!content)
-        return 0;
-    return content->width() > 0 ? int(content->width()) : window->width();
+    const QQuickItem *content = window.contentItem();
+    return content && content->width() > 0 ? int(content->width()) : window.width();
 }
 
 bool isLayer(const QUrl &url)
@@ -94,7 +92,7 @@ QUrl LayerPictures::intercept(const QUrl &url, DataType type)
     if (type != UrlString || !isLayer(url))
         return url;
     m_rest.start();
-    const int side = sideOf(m_window);
+    const int side = m_window ? sideOf(*m_window) : 0;
     const double ratio = m_window ? m_window->effectiveDevicePixelRatio() : 1;
     return QUrl(u"image://%1/%2/%3/%4"_s.arg(providerName)
             .arg(side)

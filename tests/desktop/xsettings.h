@@ -12,6 +12,7 @@ class XSettings
 {
 public:
     /// Starts it with \a settings, in the form of xsettingsd's file: a name and a value a line.
+    /// Like change(), this returns when the server has them.
     explicit XSettings(const QByteArray &settings);
     Q_DISABLE_COPY_MOVE(XSettings)
     ~XSettings();
@@ -21,6 +22,7 @@ public:
 
 private:
     void write(const QByteArray &settings) const;
+    static void waitFor(const QByteArray &settings);
 
     QTemporaryDir m_folder;
     QProcess m_daemon;

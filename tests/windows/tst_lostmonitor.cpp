@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Marrowby Inc.
 // SPDX-License-Identifier: MIT
 
-// The running clock when its monitor goes and comes back, with "Keep position when monitor is
-// detached" off. There is only one screen here, so the test moves the clock off it, as Windows or
-// another program would, and posts the message.
+// The running clock when its monitor goes and comes back, with KeepPositionWhenMonitorDetatched
+// off. There is only one screen here, so the test moves the clock off it, as Windows or another
+// program would, and posts WM_DISPLAYCHANGE.
 
 #include "tests/windows/runningclock.h"
 #include "tests/windows/windowsinput.h"
