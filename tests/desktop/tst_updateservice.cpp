@@ -179,8 +179,8 @@ void TestUpdateService::check()
         QTRY_VERIFY_WITH_TIMEOUT(!world.threads().contains(checkThread), checkLimitMs);
     QTRY_COMPARE(world.windows(), services.at(name) ? 2 : 1);
     const QImage before = world.clock().picture();
-    // It goes on ticking, beside a dozen others.
-    QVERIFY(QTest::qWaitFor([&] { return world.clock().picture() != before; }, 3000));
+    // It goes on ticking. How soon that is seen is a matter of a dozen desktops on one machine.
+    QVERIFY(QTest::qWaitFor([&] { return world.clock().picture() != before; }, checkLimitMs));
     constexpr qint64 allowedKiB = 10'240;
     QTRY_COMPARE_LE_WITH_TIMEOUT(
         world.privateKiB(), m_privateBefore[name] + allowedKiB, checkLimitMs);
