@@ -450,7 +450,7 @@ void TestTouchScreen::partOfANotchIsForgotten()
     turn();
     QTest::qWait(pauseMs);
     if (!drag.isNull()) {
-        QTest::qWait(pressMs); // or the window manager still holds back the wheel's event
+        QTest::qWait(pressMs); // as long as a hand takes
         const QPoint corner = m_clock->window().geometry().topLeft();
         m_wheel.press();
         m_wheel.moveTo(middle + drag);
