@@ -214,7 +214,7 @@ void WindowPlacement::restore(const QRect &geometry)
     if (!m_window)
         return;
     const bool changesWanted = !isDisplaced();
-    const bool isAway = !changesWanted
+    const bool isAway = !changesWanted && !isOnAnyScreen()
         && !meetsAnyScreen(geometry.topLeft(), geometry.size(), screenGeometries());
     move(isAway ? target() : geometry); // a window manager would leave a strip of it on the screen
     if (changesWanted) {
