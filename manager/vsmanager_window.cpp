@@ -220,7 +220,8 @@ void VsManager::completeTaskbarChange()
     m_mainWindow->show();
     WindowStyle::setWindowTopmost(m_mainWindow->winId(), m_config->topmost());
     const QRect geometry = m_normalGeometry.isValid() ? m_normalGeometry : restorableGeometry();
-    if (geometry.isValid())
+    // Of a rescued clock a window manager would leave a strip on the screen.
+    if (geometry.isValid() && !placement().isRescued())
         placement().restore(geometry);
     updateMask();
     WindowStyle::setWindowTransparentForMouse(m_mainWindow->winId(), m_config->ignoreMouseEvent());

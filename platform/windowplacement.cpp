@@ -98,6 +98,8 @@ bool WindowPlacement::isDisplaced()
     return m_wanted != m_asked;
 }
 
+bool WindowPlacement::isRescued() { return isDisplaced() && !isOnAnyScreen(); }
+
 // QWindow does not report the requests that it passes on, so a request is inferred from its result:
 // a change that the window system has not been heard to make.
 void WindowPlacement::noteChange()
@@ -214,9 +216,7 @@ void WindowPlacement::restore(const QRect &geometry)
     if (!m_window)
         return;
     const bool changesWanted = !isDisplaced();
-    const bool isAway = !changesWanted && !isOnAnyScreen()
-        && !meetsAnyScreen(geometry.topLeft(), geometry.size(), screenGeometries());
-    move(isAway ? target() : geometry); // a window manager would leave a strip of it on the screen
+    move(geometry);
     if (changesWanted) {
         m_wanted = geometry;
         m_isWantedKnown = true;

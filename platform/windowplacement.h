@@ -52,10 +52,11 @@ public:
     /// Whether the window is somewhere else than wanted: the window system moved it, or it has been
     /// brought onto a screen because its own is away.
     [[nodiscard]] bool isDisplaced();
+    /// Whether that is because its screen is away.
+    [[nodiscard]] bool isRescued();
 
     /// Sets the window's geometry again after something has lost it. This changes what is wanted
-    /// only if the window is where it is wanted. While its monitor is away it stays on the nearest
-    /// one.
+    /// only if the window is where it is wanted.
     void restore(const QRect &geometry);
     /// Moves the window onto the nearest screen until its own is there again, and shows it if it
     /// waits for that one. Does nothing if it belongs on a screen that is there, at least partly,
