@@ -38,10 +38,10 @@ void keepFrameless(WId window);
 /// Shows \a window if the native window is hidden while QWindow takes it for visible.
 void showWindow(WId window);
 
-/// Calls \a apply whenever \a window may have lost what these functions have set: after Qt has made
-/// its native window anew and, where a hidden window forgets, before each show and once a window
-/// manager manages the window; no longer once \a context is gone. Where a window manager carries
-/// out shows and hides, each waits for the one before, for a second at most.
+/// Calls \a apply whenever \a window may have lost what these functions have set, until \a context
+/// is gone: when Qt has recreated its native window and, on X11, before each show and once a window
+/// manager manages the window. On X11 each show and hide also waits until the window manager has
+/// carried out the one before, for a second at most.
 void reapplyWhenLost(QWindow *window, QObject *context, std::function<void()> apply);
 
 /// Leaves the thread's DPI awareness as it is, after having switched it to per-monitor once.
